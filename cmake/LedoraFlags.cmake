@@ -1,0 +1,22 @@
+# What every target of this project is compiled with. Linked PRIVATE, so that nothing of it reaches
+# a program that uses the installed libraries.
+add_library(ledora_flags INTERFACE)
+
+target_compile_options(ledora_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
+    -Wconversion -Wno-sign-conversion
+    $<$<BOOL:${LEDORA_WERROR}>:-Werror>)
+
+target_compile_definitions(ledora_flags INTERFACE
+    QT_NO_CAST_FROM_BYTEARRAY
+    QT_NO_URL_CAST_FROM_STRING
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_STRICT_ITERATORS
+    $<$<NOT:$<CONFIG:Debug>>:QT_MESSAGELOGCONTEXT>)
+
+if(LEDORA_SANITIZE)
+    # Global, not on a target: instrumented and plain code must not meet in one program.
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined
+                        -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()

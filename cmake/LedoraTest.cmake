@@ -1,0 +1,46 @@
+include_guard()
+
+# ledora_add_test(<name> SOURCES <file>... [LIBS <target>...] [TIMEOUT <seconds>] [ENV <NAME=value>...]
+#                 [DISPLAY] [KEYRING])
+#
+# One Qt Test program, registered with CTest under its name. It runs offscreen, in a folder of its
+# own that is also its home, in a time zone other than Berlin's, and without the user's session bus,
+# so that tests neither see each other nor anything of the user's.
+#
+# KEYRING  runs it inside a private D-Bus session with a secret service of its own
+# DISPLAY  runs it on a virtual X server of its own
+function(ledora_add_test name)
+    cmake_parse_arguments(arg "DISPLAY;KEYRING" "TIMEOUT" "SOURCES;LIBS;ENV" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LIBS} Qt6::Test ledora_flags)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_compile_definitions(${name} PRIVATE
+        LEDORA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
+        LEDORA_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+
+    set(home ${CMAKE_CURRENT_BINARY_DIR}/${name}.home)
+    file(MAKE_DIRECTORY ${home})
+
+    set(command $<TARGET_FILE:${name}>)
+    set(platform QT_QPA_PLATFORM=offscreen)
+    if(arg_KEYRING)
+        list(PREPEND command ${PROJECT_SOURCE_DIR}/scripts/with-keyring)
+    endif()
+    if(arg_DISPLAY)
+        list(PREPEND command ${PROJECT_SOURCE_DIR}/scripts/with-display)
+        set(platform QT_QPA_PLATFORM=xcb)
+    endif()
+
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    if(LEDORA_SANITIZE)
+        math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 3")
+    endif()
+
+    add_test(NAME ${name} COMMAND ${command} WORKING_DIRECTORY ${home})
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${arg_TIMEOUT}
+        SKIP_RETURN_CODE 77
+        ENVIRONMENT "${platform};TZ=UTC;LC_ALL=C.UTF-8;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;XDG_RUNTIME_DIR=${home};DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;NO_AT_BRIDGE=1;ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=0;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${arg_ENV}")
+endfunction()
