@@ -1,0 +1,141 @@
+#include "form/persist/ini_map.h"
+
+#include "form/model/info.h"
+
+#include <QSettings>
+
+#include <algorithm>
+
+namespace mod_form_qt {
+
+namespace {
+
+QString sumMapKey(const QString& sumMapName)
+{
+    return sumMapName.isEmpty() ? INFO::getDefaultIniSumMapName() : sumMapName;
+}
+
+template <typename Container>
+bool holdsOnlyPersistable(const QVariant& value)
+{
+    const auto* values = static_cast<const Container*>(value.constData());
+    return std::all_of(values->cbegin(), values->cend(), isPersistable);
+}
+
+void removeTempEntries(QMap<QString, QVariant>& map)
+{
+    map.removeIf([](std::pair<const QString&, QVariant&> entry) {
+        return INFO::isTempKeyName(entry.first);
+    });
+}
+
+void readSumMap(QSettings& settings, const QString& sumKey, QMap<QString, QVariant>& map)
+{
+    const QStringList keys = settings.childKeys();
+    for (const QString& key : keys) {
+        if (INFO::isTempKeyName(key) || key != sumKey)
+            continue;
+        const QVariant stored = settings.value(key);
+        if (INFO::isVariantMap(stored)) {
+            map = stored.toMap();
+            removeTempEntries(map);
+            return;
+        }
+    }
+}
+
+void readSeparateKeys(QSettings& settings, const QString& sumKey, QMap<QString, QVariant>& map)
+{
+    const QStringList keys = settings.childKeys();
+    for (const QString& key : keys) {
+        if (!INFO::isTempKeyName(key) && key != sumKey)
+            map.insert(key, settings.value(key));
+    }
+}
+
+} // namespace
+
+bool isPersistable(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::UnknownType:
+        return true;
+    case QMetaType::QVariantList:
+        return holdsOnlyPersistable<QVariantList>(value);
+    case QMetaType::QVariantMap:
+        return holdsOnlyPersistable<QVariantMap>(value);
+    case QMetaType::QVariantHash:
+        return true;
+    case QMetaType::QVariant:
+        return isPersistable(*static_cast<const QVariant*>(value.constData()));
+    default:
+        return value.metaType().hasRegisteredDataStreamOperators();
+    }
+}
+
+QMap<QString, QVariant> persistedEntries(const QMap<QString, QVariant>& map,
+                                         const QSet<QString>* keys)
+{
+    QMap<QString, QVariant> entries;
+    for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
+        if (INFO::isTempKeyName(entry.key()) || (keys && !keys->contains(entry.key())))
+            continue;
+        const QVariant value = INFO::getBaseValue(entry.value(), false, false);
+        if (isPersistable(value))
+            entries.insert(entry.key(), value);
+    }
+    return entries;
+}
+
+bool INFO::isTempKeyName(const QString& key)
+{
+    return key.startsWith(automatikVarName) || key.startsWith(widgetDataVarName)
+        || key.startsWith(objectDataVarName);
+}
+
+QString INFO::getDefaultIniSumMapName()
+{
+    return iniVariantMapKey;
+}
+
+void INFO::saveMapToIniFile(const QMap<QString, QVariant>* map, const QString& fileName,
+                            const QString& group, bool separateKeys, const QSet<QString>* keys,
+                            const QString& sumMapName)
+{
+    if (map == nullptr || fileName.isEmpty())
+        return;
+    try {
+        const QMap<QString, QVariant> entries = persistedEntries(*map, keys);
+        QSettings settings(fileName, QSettings::IniFormat);
+        settings.beginGroup(group);
+        if (separateKeys) {
+            for (auto entry = entries.cbegin(); entry != entries.cend(); ++entry)
+                settings.setValue(entry.key(), entry.value());
+        } else {
+            settings.setValue(sumMapKey(sumMapName), entries);
+        }
+        settings.endGroup();
+    } catch (...) { // NOLINT(bugprone-empty-catch): nothing of a failed save may reach the caller
+    }
+}
+
+bool INFO::loadMapFromIniFile(QMap<QString, QVariant>* map, const QString& fileName,
+                              const QString& group, bool separateKeys, const QString& sumMapName)
+{
+    if (map == nullptr || fileName.isEmpty())
+        return false;
+    try {
+        QSettings settings(fileName, QSettings::IniFormat);
+        settings.beginGroup(group);
+        if (separateKeys)
+            readSeparateKeys(settings, sumMapKey(sumMapName), *map);
+        else
+            readSumMap(settings, sumMapKey(sumMapName), *map);
+        settings.endGroup();
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+} // namespace mod_form_qt
