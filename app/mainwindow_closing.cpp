@@ -1,0 +1,35 @@
+#include "app/mainwindow.h"
+
+#include <QScopedValueRollback>
+#include <QTimer>
+
+void MainWindow::acceptForm()
+{
+    if (bAccepted || bGivenUp || bClosing)
+        return;
+    // First of all, so that the close event that follows takes nothing away from the host.
+    bAccepted = true;
+    if (bBusy) {
+        pageGuard.emplace();
+    } else {
+        // No pass may begin between here and the closing: it would be cut off half way.
+        runTimer->stop();
+        waitTimer->stop();
+    }
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+}
+
+void MainWindow::abandonExport()
+{
+    if (bGivenUp)
+        return;
+    // First of all: saving waits for the secret store, and a tick meanwhile would bring the removed
+    // file back.
+    bGivenUp = true;
+    runTimer->stop();
+    waitTimer->stop();
+    const QScopedValueRollback closing(bClosing, true);
+    outFile.close();
+    removeExport();
+    SaveConfig(false);
+}

@@ -1,0 +1,54 @@
+#include "app/mainwindow.h"
+
+#include "accounting/konten_saved.h"
+#include "app/debuglog.h"
+#include "app/globals.h"
+#include "app/optionstring.h"
+#include "credentials/keychain_class.h"
+#include "credentials/keychain_key.h"
+#include "form/mod_form_qt.h"
+
+#include <QDebug>
+#include <QMessageBox>
+
+QString MainWindow::mainUrlText() const
+{
+    return mainurl.toString().trimmed();
+}
+
+QString MainWindow::BuildOptionsString()
+{
+    if (isDebugLogged())
+        qDebug() << withoutSecrets(optionsMap);
+    return optionsToHostText(optionsMap, kontenMap);
+}
+
+void MainWindow::SaveConfig(bool stop)
+{
+    if (stop)
+        StopTimer(CancelStop);
+    // A field that still holds the focus gives up its text to the options.
+    setFocus(Qt::OtherFocusReason);
+
+    const std::pair<QString, QString> secrets[] = {
+        {apiKey.toString(), keyNameAPI},
+        {apiSecret.toString(), keyNameSECRET},
+    };
+    for (const auto& [text, keyName] : secrets) {
+        if (text.isEmpty())
+            continue;
+        optionsMap.insert(keyName, QString());
+        const QString url = mainUrlText();
+        if (url.isEmpty())
+            continue;
+        QString error;
+        if (!keyChain->writeKeySync(makeRestKeychainKey(url, keyName), text, error))
+            QMessageBox::information(this, tr("Fehler beim Verschlüsseln:"), error,
+                                     QMessageBox::Ok);
+    }
+
+    optionsMap.insert(QStringLiteral("buchungs_konten"),
+                      payment_import::kontenToSavedList(kontenMap));
+    mod_form_qt::INFO::saveMapToIniFile(&optionsMap, csIniPath, QStringLiteral("options"), false,
+                                        nullptr, QString());
+}

@@ -1,0 +1,140 @@
+#include "app/mainwindow.h"
+
+#include "accounting/order_taxes.h"
+#include "app/debuglog.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QLabel>
+#include <QMessageBox>
+#include <QNetworkAccessManager>
+#include <QPushButton>
+#include <QTimer>
+
+namespace {
+
+const int iTransferTimeoutMs = 60000;
+
+} // namespace
+
+void MainWindow::showStatus(const QString& text)
+{
+    if (statusLabel)
+        statusLabel->setText(boldMessage(text));
+}
+
+void MainWindow::StartTimer()
+{
+    if (bGivenUp || waitTimer->isActive())
+        return;
+    StopTimer(CancelRestart);
+    waitTimer->start(0);
+}
+
+void MainWindow::StopTimer(CancelType type)
+{
+    if (!bBusy)
+        return;
+    if (runTimer->isActive()) {
+        runTimer->stop();
+        showStatus(tr("Anhalten..."));
+    }
+    iCancelType = type;
+}
+
+void MainWindow::OnWaitTimer()
+{
+    if (bBusy)
+        return;
+    waitTimer->stop();
+    Reset();
+    if (!runTimer->isActive()) {
+        runTimer->start(iTickMs);
+        showStatus(tr("Gestartet."));
+    }
+}
+
+void MainWindow::resetState()
+{
+    bBusy = false;
+    iPage = 1;
+    bFinished = false;
+    bHeaderWritten = false;
+    iExportCount = 0;
+    iPageRetries = 0;
+    iCancelType = CancelNone;
+    iBytesReceived = 0;
+    iPdfCount = 0;
+    csvHeaders.clear();
+    runClock.restart();
+}
+
+void MainWindow::Reset()
+{
+    resetState();
+    if (networkManager)
+        networkManager->deleteLater();
+    networkManager = new QNetworkAccessManager(this);
+    networkManager->setTransferTimeout(iTransferTimeoutMs);
+
+    pdfFolderPath = germanized_pdf_folder.toString();
+    if (!pdfFolderPath.isEmpty() && !pdfFolderPath.endsWith(QLatin1Char('/'))
+        && !pdfFolderPath.endsWith(QLatin1Char('\\')))
+        pdfFolderPath += QLatin1Char('/');
+    QDir().mkpath(pdfFolderPath);
+
+    outFile.close();
+    if (!bGivenUp)
+        openExport();
+}
+
+void MainWindow::openExport()
+{
+    outFile.setFileName(outputFilePath);
+    if (outFile.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        outStream.setDevice(&outFile);
+        outStream.setEncoding(QStringConverter::Utf8);
+    } else {
+        showStatus(tr("Dateifehler:\r\n%1\r\n%2)").arg(outFile.fileName(), outFile.errorString()));
+    }
+}
+
+void MainWindow::EnableStartButtons(bool enable)
+{
+    for (QPushButton* button : {okButton.data(), startButton.data()})
+        if (button)
+            button->setEnabled(enable);
+}
+
+void MainWindow::showWaiting()
+{
+    if (isDebugLogged())
+        qDebug() << "Warten";
+    showStatus(tr("Warten..."));
+}
+
+void MainWindow::endRun()
+{
+    if (isDebugLogged())
+        qDebug() << "Beendet";
+    showStatus(tr("Beendet. %1").arg(bError ? tr("Fehler: %1.").arg(csErrorText) : QString()));
+    runTimer->stop();
+    if (bAccepted)
+        return; // the last page was repeated after the hand-over: there is nothing left to ask
+    if (!bError) {
+        flushLog();
+        const auto answer = QMessageBox::question(
+            this, tr("Beendet:"),
+            tr("Der Vorgang wurde beendet, soll der Dialog geschlossen und der Import gestartet "
+               "werden?"),
+            QMessageBox::Yes | QMessageBox::No);
+        if (answer == QMessageBox::Yes && okButton) {
+            // Not click(): the button is disabled now, and a disabled one ignores it.
+            emit okButton->clicked(false);
+            if (!bAccepted)
+                EnableStartButtons(true); // refused: without this the buttons stay dead
+            return;
+        }
+    }
+    EnableStartButtons(true);
+}

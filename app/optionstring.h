@@ -1,0 +1,20 @@
+#pragma once
+
+#include "accounting/payment_import.h"
+
+#include <QMap>
+#include <QString>
+#include <QVariant>
+
+/// Forms the settings into the one text that the host reads as the first line of the export:
+/// "export_version|1", then "|key|value" for each option in key order, and at the place of the key
+/// "buchungs_konten" three fields for each booking role. Secrets and the form engine's own entries
+/// are left out. Never fails.
+QString optionsToHostText(const QMap<QString, QVariant>& options,
+                          const payment_import::KontenMap& konten);
+
+/// The text of one option for the host; \a value is a plain value or a list of selected values.
+QString optionText(const QVariant& value);
+
+/// The options as they may be shown in a debug line: the secrets are empty.
+QMap<QString, QVariant> withoutSecrets(QMap<QString, QVariant> options);
