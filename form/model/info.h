@@ -76,6 +76,13 @@ public:
     static QVariant getBaseValue(const QMap<QString, QVariant>* map, const QString& key,
                                  bool asList = false, bool single = false);
 
+    /// Without this one, a literal as key would as well be read as the switch of a single value.
+    static QVariant getBaseValue(const QMap<QString, QVariant>* map, const char* key,
+                                 bool asList = false, bool single = false)
+    {
+        return getBaseValue(map, QString::fromUtf8(key), asList, single);
+    }
+
     /// \return  `iniVariantMapKey`
     static QString getDefaultIniSumMapName();
 

@@ -65,7 +65,7 @@ bool isPersistable(const QVariant& value)
     case QMetaType::QVariantMap:
         return holdsOnlyPersistable<QVariantMap>(value);
     case QMetaType::QVariantHash:
-        return true;
+        return holdsOnlyPersistable<QVariantHash>(value);
     case QMetaType::QVariant:
         return isPersistable(*static_cast<const QVariant*>(value.constData()));
     default:

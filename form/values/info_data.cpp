@@ -94,7 +94,7 @@ QVariantList INFO::getSelectedListValues(const QVariant& list)
 
 QVariant INFO::getBaseValue(const QVariant& value, bool asList, bool single)
 {
-    const QVariant base = pointee(value);
+    QVariant base = pointee(value);
     if (!isListDataOrListDataPtr(base))
         return base;
     const QVariantList selected = getSelectedListValues(base);
