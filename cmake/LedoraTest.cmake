@@ -20,6 +20,8 @@ function(ledora_add_test name)
 
     set(home ${CMAKE_CURRENT_BINARY_DIR}/${name}.home)
     file(MAKE_DIRECTORY ${home})
+    # Also the runtime folder, which nobody else may look into.
+    file(CHMOD ${home} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 
     set(command $<TARGET_FILE:${name}>)
     set(platform QT_QPA_PLATFORM=offscreen)
