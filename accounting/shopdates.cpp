@@ -85,7 +85,7 @@ QString plainForm(sys_seconds time)
     put(12, static_cast<int>(clock.hours().count()), 2, u'T');
     put(15, static_cast<int>(clock.minutes().count()), 2, u':');
     put(18, static_cast<int>(clock.seconds().count()), 2, u':');
-    return QString(reinterpret_cast<const QChar*>(text.data()), 19);
+    return QStringView(text.data(), text.size()).toString();
 }
 
 /// The offset of the machine's own zone around a time, in seconds; nothing near a clock change.

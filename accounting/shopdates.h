@@ -15,7 +15,7 @@ extern QTimeZone tzLocal;
 
 /// The wall clock of a zone for a time in UTC.
 /// \param zone   an invalid one stands for the machine's own zone
-/// \param plain  the date as it was read, in the time spec that its text names
+/// \param plain  the date as it was read, with the zone that its text names
 /// \param utc    the same wall clock taken as UTC
 QDateTime wallClockOf(const QTimeZone& zone, const QDateTime& plain, const QDateTime& utc);
 

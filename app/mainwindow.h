@@ -185,6 +185,9 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    /// Measures the steps of a pass without its request.
+    friend class PageBench;
+
     /// What an order's invoices add to its rows.
     struct InvoiceCells
     {

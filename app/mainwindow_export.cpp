@@ -199,7 +199,9 @@ void MainWindow::flushLog()
     if (csPendingLog.isEmpty())
         return;
     if (logEdit) {
-        logEdit->moveCursor(QTextCursor::End);
+        // Moving it lays the text out, so only if the user has put it elsewhere.
+        if (!logEdit->textCursor().atEnd())
+            logEdit->moveCursor(QTextCursor::End);
         logEdit->appendPlainText(csPendingLog);
     }
     csPendingLog.clear();

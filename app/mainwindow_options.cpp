@@ -8,6 +8,7 @@
 #include "credentials/keychain_key.h"
 #include "form/mod_form_qt.h"
 
+#include <QCoreApplication>
 #include <QDebug>
 #include <QMessageBox>
 
@@ -51,4 +52,10 @@ void MainWindow::SaveConfig(bool stop)
                       payment_import::kontenToSavedList(kontenMap));
     mod_form_qt::INFO::saveMapToIniFile(&optionsMap, csIniPath, QStringLiteral("options"), false,
                                         nullptr, QString());
+
+    // The window may have been closed while a secret was being stored. The quit that this posted
+    // got lost when the loop of the next secret was entered. Where a page is still being written
+    // for the host, the end of its pass quits.
+    if ((bGivenUp || bAccepted) && !bClosing && !pageGuard && !isVisible())
+        QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
 }

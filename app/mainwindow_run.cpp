@@ -25,7 +25,8 @@ void MainWindow::showStatus(const QString& text)
 
 void MainWindow::StartTimer()
 {
-    if (bGivenUp || waitTimer->isActive())
+    // A window that is being closed starts nothing: a run would empty what the host waits for.
+    if (bGivenUp || bAccepted || waitTimer->isActive())
         return;
     StopTimer(CancelRestart);
     waitTimer->start(0);
@@ -66,7 +67,7 @@ void MainWindow::resetState()
     iBytesReceived = 0;
     iPdfCount = 0;
     csvHeaders.clear();
-    runClock.restart();
+    runClock.start();
 }
 
 void MainWindow::Reset()

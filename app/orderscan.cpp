@@ -119,6 +119,7 @@ void addObject(OrderScan& scan, const QString& key, const QJsonObject& object)
 {
     const bool billing = key == QLatin1String("billing");
     const bool address = billing || key == QLatin1String("shipping");
+    const QString prefix = key + QLatin1Char('_');
     for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
         const QString subkey = it.key();
         if (address
@@ -129,7 +130,7 @@ void addObject(OrderScan& scan, const QString& key, const QJsonObject& object)
             scan.email = text.trimmed();
         else if (billing && subkey == QLatin1String("last_name"))
             scan.lastName = text.trimmed();
-        scan.fields.append({text, quoteHeader(key, QLatin1Char('_') + subkey)});
+        scan.fields.append({text, quoteHeader(prefix, subkey)});
     }
 }
 
