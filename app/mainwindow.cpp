@@ -27,6 +27,11 @@ MainWindow::MainWindow(QWidget* parent)
     restoreSavedState();
     buildForm();
     createTimers();
+#if QT_CONFIG(sessionmanager)
+    // The end of the desktop session closes the window as its own button does.
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &MainWindow::close,
+            Qt::DirectConnection);
+#endif
 }
 
 MainWindow::~MainWindow()
@@ -34,6 +39,9 @@ MainWindow::~MainWindow()
     // Before the members: widgets that report while they go must still find the data they show.
     delete takeCentralWidget();
     outFile.close();
+    // The process is ended while the last page of an accepted export is on its way.
+    if (pageGuard)
+        outFile.resize(0);
 }
 
 void MainWindow::createTimers()

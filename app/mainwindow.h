@@ -242,6 +242,7 @@ private:
     void showWaiting();
     void resetState();
     void openExport();
+    bool attachExport(QIODevice::OpenMode mode);
 
     // Pass
     bool takeBaseUrl();
@@ -250,9 +251,10 @@ private:
     QJsonArray fetchOrders();
     void exportOrders(const QJsonArray& orders, QTextStream& pageBuffer);
     void commitPage(const QString& page);
-    bool rollBack(const PageState& before, const std::runtime_error& failure);
-    void endPass(bool repeatAnnounced);
-    void endOfClosedPass(bool repeatAnnounced);
+    void rollBack(const PageState& before, const std::runtime_error& failure);
+    void writeWhole(const QString& page);
+    void endPass();
+    void endOfClosedPass();
     bool isStopWanted() const;
 
     // Export

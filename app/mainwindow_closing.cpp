@@ -11,6 +11,10 @@ void MainWindow::acceptForm()
     bAccepted = true;
     if (bBusy) {
         pageGuard.emplace();
+        // A restart that was asked for before would empty what is handed over now.
+        waitTimer->stop();
+        if (iCancelType == CancelRestart)
+            iCancelType = CancelNone;
     } else {
         // No pass may begin between here and the closing: it would be cut off half way.
         runTimer->stop();

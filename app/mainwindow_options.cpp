@@ -31,11 +31,13 @@ void MainWindow::SaveConfig(bool stop)
     // A field that still holds the focus gives up its text to the options.
     setFocus(Qt::OtherFocusReason);
 
-    const std::pair<QString, QString> secrets[] = {
-        {apiKey.toString(), keyNameAPI},
-        {apiSecret.toString(), keyNameSECRET},
+    const std::pair<const QVariant*, QString> secrets[] = {
+        {&apiKey, keyNameAPI},
+        {&apiSecret, keyNameSECRET},
     };
-    for (const auto& [text, keyName] : secrets) {
+    for (const auto& [option, keyName] : secrets) {
+        // Read only now: the field can be edited while the secret before it is being stored.
+        const QString text = option->toString();
         if (text.isEmpty())
             continue;
         optionsMap.insert(keyName, QString());
@@ -50,7 +52,9 @@ void MainWindow::SaveConfig(bool stop)
 
     optionsMap.insert(QStringLiteral("buchungs_konten"),
                       payment_import::kontenToSavedList(kontenMap));
-    mod_form_qt::INFO::saveMapToIniFile(&optionsMap, csIniPath, QStringLiteral("options"), false,
+    // A copy without them: an edit made during the waits above is in the options again.
+    const QMap<QString, QVariant> saved = withoutSecrets(optionsMap);
+    mod_form_qt::INFO::saveMapToIniFile(&saved, csIniPath, QStringLiteral("options"), false,
                                         nullptr, QString());
 
     // The window may have been closed while a secret was being stored. The quit that this posted

@@ -38,7 +38,6 @@ void MainWindow::OnTimer()
         return;
     }
     const PageState before = beginPass();
-    bool repeatAnnounced = false;
     try {
         QString page;
         QTextStream pageBuffer(&page);
@@ -47,9 +46,9 @@ void MainWindow::OnTimer()
         pageBuffer.flush();
         commitPage(page);
     } catch (const std::runtime_error& failure) {
-        repeatAnnounced = rollBack(before, failure);
+        rollBack(before, failure);
     }
-    endPass(repeatAnnounced);
+    endPass();
 }
 
 bool MainWindow::takeBaseUrl()
@@ -123,14 +122,29 @@ void MainWindow::exportOrders(const QJsonArray& orders, QTextStream& pageBuffer)
 
 void MainWindow::commitPage(const QString& page)
 {
-    if (!bGivenUp) {
-        outStream << page;
-        outStream.flush();
-    }
+    if (!bGivenUp)
+        writeWhole(page);
     iPageRetries = 0;
 }
 
-bool MainWindow::rollBack(const PageState& before, const std::runtime_error& failure)
+void MainWindow::writeWhole(const QString& page)
+{
+    const qint64 size = outFile.size();
+    outStream << page;
+    outStream.flush();
+    if (outStream.status() == QTextStream::Ok && outFile.error() == QFileDevice::NoError)
+        return;
+    // A full disk. The host must not import half a page, so the part that was written goes again,
+    // and what the file still holds back goes with the file's closing.
+    const QString error =
+        tr("Dateifehler:\r\n%1\r\n%2)").arg(outFile.fileName(), outFile.errorString());
+    outFile.close();
+    QFile::resize(outFile.fileName(), size);
+    attachExport(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Text);
+    throw std::runtime_error(error.toStdString());
+}
+
+void MainWindow::rollBack(const PageState& before, const std::runtime_error& failure)
 {
     csvHeaders = before.csvHeaders;
     iExportCount = before.iExportCount;
@@ -142,17 +156,20 @@ bool MainWindow::rollBack(const PageState& before, const std::runtime_error& fai
     csErrorText = QString::fromUtf8(failure.what());
     ++iPageRetries;
     if (bGivenUp)
-        return false; // nobody is left to tell
+        return; // nobody is left to tell
 
     if (isPageRepeated(iPageRetries)) {
         showStatus(tr("Netzwerkfehler auf Seite %1, Wiederholung %2/%3...")
                        .arg(QString::number(iPage), QString::number(iPageRetries),
                             QString::number(iPassesPerPage)));
-        const bool repeated = iCancelType == CancelNone;
-        // The question over the last page has stopped the timer, and the page is not written yet.
-        if (repeated && !runTimer->isActive())
+        if (iCancelType != CancelNone)
+            return;
+        // The question over the last page has stopped the timer and freed the buttons, and the page
+        // is not written yet.
+        EnableStartButtons(false);
+        if (!runTimer->isActive())
             runTimer->start();
-        return repeated;
+        return;
     }
     bFinished = true;
     bError = true;
@@ -162,10 +179,9 @@ bool MainWindow::rollBack(const PageState& before, const std::runtime_error& fai
         tr("Export auf Seite %1 nach %2 Versuchen fehlgeschlagen:\n%3")
             .arg(QString::number(iPage), QString::number(iPassesPerPage), csErrorText),
         QMessageBox::Ok);
-    return false;
 }
 
-void MainWindow::endPass(bool repeatAnnounced)
+void MainWindow::endPass()
 {
     flushLog();
     // A copy, since Reset clears the request.
@@ -177,7 +193,7 @@ void MainWindow::endPass(bool repeatAnnounced)
         EnableStartButtons(true);
         if (cancel == CancelClose) {
             close();
-            endOfClosedPass(false);
+            endOfClosedPass();
             return;
         }
     }
@@ -188,12 +204,15 @@ void MainWindow::endPass(bool repeatAnnounced)
             outFile.resize(0);
         outFile.close();
     }
-    endOfClosedPass(repeatAnnounced);
+    endOfClosedPass();
 }
 
-void MainWindow::endOfClosedPass(bool repeatAnnounced)
+void MainWindow::endOfClosedPass()
 {
-    if (!bClosedInPass || (bAccepted && repeatAnnounced))
+    if (!bClosedInPass && !pageGuard)
+        return;
+    // Handed over, but not yet whole: a failed page is repeated behind the closed window.
+    if (bAccepted && !bFinished && runTimer->isActive())
         return;
     pageGuard.reset();
     // The quit that closing the window posted may have got lost in an event loop that was entered

@@ -34,7 +34,8 @@ void MainWindow::StartTimer()
 
 void MainWindow::StopTimer(CancelType type)
 {
-    if (!bBusy)
+    // An export that was handed over is written to its end.
+    if (!bBusy || bAccepted)
         return;
     if (runTimer->isActive()) {
         runTimer->stop();
@@ -51,7 +52,9 @@ void MainWindow::OnWaitTimer()
     Reset();
     if (!runTimer->isActive()) {
         runTimer->start(iTickMs);
-        showStatus(tr("Gestartet."));
+        // The message of a file that could not be opened stays.
+        if (outFile.isOpen())
+            showStatus(tr("Gestartet."));
     }
 }
 
@@ -92,12 +95,17 @@ void MainWindow::Reset()
 void MainWindow::openExport()
 {
     outFile.setFileName(outputFilePath);
-    if (outFile.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
-        outStream.setDevice(&outFile);
-        outStream.setEncoding(QStringConverter::Utf8);
-    } else {
+    if (!attachExport(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         showStatus(tr("Dateifehler:\r\n%1\r\n%2)").arg(outFile.fileName(), outFile.errorString()));
-    }
+}
+
+bool MainWindow::attachExport(QIODevice::OpenMode mode)
+{
+    if (!outFile.open(mode))
+        return false;
+    outStream.setDevice(&outFile);
+    outStream.setEncoding(QStringConverter::Utf8);
+    return true;
 }
 
 void MainWindow::EnableStartButtons(bool enable)

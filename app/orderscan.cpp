@@ -5,6 +5,9 @@
 
 #include <QJsonArray>
 #include <QSet>
+#include <QVarLengthArray>
+
+#include <algorithm>
 
 namespace {
 
@@ -42,6 +45,22 @@ const QSet<QString>& excludedKeys()
 QString textOf(const QJsonValue& value)
 {
     return value.toVariant().toString();
+}
+
+using Entries = QVarLengthArray<std::pair<QString, QJsonValue>, 64>;
+
+/// An object's entries in ascending order of their keys' code units, which is the order of the
+/// columns. The object's own order differs for keys beyond the basic plane, depending on how the
+/// shop has written them.
+Entries sortedEntries(const QJsonObject& object)
+{
+    Entries entries;
+    for (auto it = object.constBegin(); it != object.constEnd(); ++it)
+        entries.append({it.key(), it.value()});
+    const auto lessByKey = [](const auto& a, const auto& b) { return a.first < b.first; };
+    if (!std::is_sorted(entries.cbegin(), entries.cend(), lessByKey))
+        std::sort(entries.begin(), entries.end(), lessByKey);
+    return entries;
 }
 
 /// The fee in the meta data of the PayPal extension; of several the last one counts.
@@ -120,12 +139,12 @@ void addObject(OrderScan& scan, const QString& key, const QJsonObject& object)
     const bool billing = key == QLatin1String("billing");
     const bool address = billing || key == QLatin1String("shipping");
     const QString prefix = key + QLatin1Char('_');
-    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
-        const QString subkey = it.key();
+    const Entries entries = sortedEntries(object);
+    for (const auto& [subkey, value] : entries) {
         if (address
             && (subkey == QLatin1String("title") || subkey == QLatin1String("title_formatted")))
             continue;
-        const QString text = textOf(it.value());
+        const QString text = textOf(value);
         if (billing && subkey == QLatin1String("email"))
             scan.email = text.trimmed();
         else if (billing && subkey == QLatin1String("last_name"))
@@ -157,12 +176,9 @@ OrderScan scanOrder(const QJsonObject& order)
     scan.paymentTitle = textOf(order.value(QLatin1String("payment_method_title")));
     scan.paymentMethod = textOf(order.value(QLatin1String("payment_method")));
 
-    // The object iterates in ascending key order, which is the order of the columns.
-    for (auto it = order.constBegin(); it != order.constEnd(); ++it) {
-        const QString key = it.key();
+    for (auto& [key, value] : sortedEntries(order)) {
         if (excludedKeys().contains(key))
             continue;
-        QJsonValue value = it.value();
         if (const MarkReader read = markReaders().value(key))
             read(scan, order, key, value);
         addColumns(scan, key, value);
