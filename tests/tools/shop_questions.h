@@ -68,7 +68,7 @@ inline QList<QJsonObject> ordersOf(const InventedShop& shop, const QString& quer
                 .array();
         if (array.isEmpty())
             return orders;
-        for (const QJsonValue& order : array)
+        for (const QJsonValue order : array)
             orders << order.toObject();
     }
 }
@@ -98,7 +98,7 @@ inline qint64 cents(const QJsonValue& amount)
 inline qint64 sumOf(const QJsonArray& lines, const char* key)
 {
     qint64 sum = 0;
-    for (const QJsonValue& line : lines)
+    for (const QJsonValue line : lines)
         sum += cents(line[QLatin1String(key)]);
     return sum;
 }
@@ -113,7 +113,7 @@ inline bool isAllZero(const QJsonArray& lines)
 inline QJsonValue metaValue(const QJsonObject& order, const QString& key)
 {
     const QJsonArray meta = order["meta_data"].toArray();
-    for (const QJsonValue& element : meta) {
+    for (const QJsonValue element : meta) {
         if (element["key"].toString() == key)
             return element["value"];
     }
@@ -124,9 +124,9 @@ inline QSet<int> ratesOf(const QJsonObject& order)
 {
     QSet<int> rates;
     const QJsonArray lines = order["line_items"].toArray();
-    for (const QJsonValue& line : lines) {
+    for (const QJsonValue line : lines) {
         const QJsonArray taxes = line["taxes"].toArray();
-        for (const QJsonValue& tax : taxes)
+        for (const QJsonValue tax : taxes)
             rates << tax["id"].toInt();
     }
     return rates;

@@ -128,7 +128,7 @@ void tst_demo_shop::equalSwitchesServeEqualShops()
         DemoShop shop({"--orders", "5", "--seed", seed});
         QJsonArray parts;
         const QJsonArray orders = firstPage(client, shop.firstLine());
-        for (const QJsonValue& order : orders)
+        for (const QJsonValue order : orders)
             parts << order["line_items"];
         lines << parts;
     }
@@ -185,7 +185,7 @@ void tst_demo_shop::putsProductZeroIntoSomeLines()
     const QString base = shop.firstLine();
     const QJsonArray orders = firstPage(client, base);
     int deleted = 0;
-    for (const QJsonValue& order : orders) {
+    for (const QJsonValue order : orders) {
         const QJsonArray lines = order["line_items"].toArray();
         deleted += !lines.isEmpty() && lines[0]["product_id"].toInt() == 0 ? 1 : 0;
     }

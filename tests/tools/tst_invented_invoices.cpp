@@ -8,16 +8,15 @@ class tst_invented_invoices : public QObject
 {
     Q_OBJECT
 
+    InventedShop m_shop {500, 7};
+    QList<QJsonObject> m_orders;
+
 private slots:
     void initTestCase();
     void completedOrdersMostlyHaveInvoices();
     void refundedOrdersHaveACancellation();
     void invoiceFileIsAPdfOfOnePage();
     void pdfEscapesParentheses();
-
-private:
-    InventedShop m_shop {500, 7};
-    QList<QJsonObject> m_orders;
 };
 
 void tst_invented_invoices::initTestCase()
@@ -32,7 +31,7 @@ void tst_invented_invoices::completedOrdersMostlyHaveInvoices()
     for (const QJsonObject& order : std::as_const(m_orders)) {
         const QJsonArray invoices = invoicesOf(m_shop, order);
         with += invoices.isEmpty() ? 0 : 1;
-        for (const QJsonValue& invoice : invoices) {
+        for (const QJsonValue invoice : invoices) {
             QCOMPARE(invoice["order_number"].toString(), QString::number(order["id"].toInteger()));
             QCOMPARE(invoice["total"], order["total"]);
             QVERIFY(!invoice["_links"]["pdf"][0]["href"].toString().isEmpty());

@@ -8,6 +8,9 @@ class tst_invented_orders : public QObject
 {
     Q_OBJECT
 
+    InventedShop m_shop {500, 7};
+    QList<QJsonObject> m_orders;
+
 private slots:
     void initTestCase();
     void totalIsTheSumOfLinesShippingAndFees();
@@ -17,10 +20,6 @@ private slots:
     void orderAndRefundListAgree();
     void localDatesAreGermanTime();
     void addressesAreInvented();
-
-private:
-    InventedShop m_shop {500, 7};
-    QList<QJsonObject> m_orders;
 };
 
 void tst_invented_orders::initTestCase()
@@ -55,7 +54,7 @@ void tst_invented_orders::taxesAddUpByRate()
         QCOMPARE(sumOf(taxLines, "tax_total"), cents(order["cart_tax"]));
         QCOMPARE(sumOf(taxLines, "shipping_tax_total"), cents(order["shipping_tax"]));
         QSet<int> named;
-        for (const QJsonValue& line : taxLines) {
+        for (const QJsonValue line : taxLines) {
             QVERIFY(line["rate_percent"].isDouble());
             named << line["rate_id"].toInt();
         }
@@ -67,7 +66,7 @@ void tst_invented_orders::shippingTaxesAddUp()
 {
     for (const QJsonObject& order : std::as_const(m_orders)) {
         const QJsonArray shipping = order["shipping_lines"].toArray();
-        for (const QJsonValue& line : shipping) {
+        for (const QJsonValue line : shipping) {
             if (!line["taxes"].toArray().isEmpty())
                 QCOMPARE(sumOf(line["taxes"].toArray(), "total"), cents(line["total_tax"]));
         }
@@ -82,7 +81,7 @@ void tst_invented_orders::refundsAddUpToTheirAmount()
     for (const QJsonObject& order : std::as_const(m_orders)) {
         qint64 paidBack = 0;
         const QJsonArray refunds = refundsOf(m_shop, order);
-        for (const QJsonValue& refund : refunds) {
+        for (const QJsonValue refund : refunds) {
             const QJsonArray lines = refund["line_items"].toArray();
             const QJsonArray shipping = refund["shipping_lines"].toArray();
             const qint64 amount = cents(refund["amount"]);

@@ -230,14 +230,13 @@ class tst_invented_shapes : public QObject
 {
     Q_OBJECT
 
+    InventedShop m_shop {500, 7};
+    QList<QJsonObject> m_orders;
+
 private slots:
     void initTestCase();
     void shapesOccurWithinFiveHundredOrders_data();
     void shapesOccurWithinFiveHundredOrders();
-
-private:
-    InventedShop m_shop {500, 7};
-    QList<QJsonObject> m_orders;
 };
 
 void tst_invented_shapes::initTestCase()

@@ -11,6 +11,9 @@ class tst_invented_shop : public QObject
 {
     Q_OBJECT
 
+    InventedShop m_shop {500, 7};
+    QList<QJsonObject> m_orders;
+
 private slots:
     void initTestCase();
     void equalShopsAnswerEqualBytes();
@@ -40,10 +43,6 @@ private slots:
     void everyProductOfALineIsKnown();
     void deletedProductsAreAskedForByChoice();
     void listsTaxRates();
-
-private:
-    InventedShop m_shop {500, 7};
-    QList<QJsonObject> m_orders;
 };
 
 void tst_invented_shop::initTestCase()
@@ -320,7 +319,7 @@ void tst_invented_shop::everyProductOfALineIsKnown()
     QSet<int> ids;
     for (const QJsonObject& order : std::as_const(m_orders)) {
         const QJsonArray lines = order["line_items"].toArray();
-        for (const QJsonValue& line : lines)
+        for (const QJsonValue line : lines)
             ids << line["product_id"].toInt();
     }
     QVERIFY(ids.size() > 5);

@@ -37,6 +37,10 @@ class tst_recorded_shop : public QObject
 {
     Q_OBJECT
 
+    RecordedShop m_shop {kFolder};
+    ShopServer m_server {m_shop};
+    HttpClient m_client;
+
 private slots:
     void initTestCase();
     void servesEveryRecording_data();
@@ -50,11 +54,6 @@ private slots:
     void letsTheRightCredentialsPass();
     void tellsWhatIsWrongWithAFolder_data();
     void tellsWhatIsWrongWithAFolder();
-
-private:
-    RecordedShop m_shop {kFolder};
-    ShopServer m_server {m_shop};
-    HttpClient m_client;
 };
 
 void tst_recorded_shop::initTestCase()
@@ -69,7 +68,7 @@ void tst_recorded_shop::servesEveryRecording_data()
     const QJsonArray entries =
         QJsonDocument::fromJson(contentOf("index.json"))["entries"].toArray();
     QVERIFY(!entries.isEmpty());
-    for (const QJsonValue& entry : entries) {
+    for (const QJsonValue entry : entries) {
         if (!entry.toObject().contains("credentials"))
             QTest::newRow(qPrintable(entry["file"].toString())) << entry.toObject();
     }

@@ -26,11 +26,12 @@ QByteArray pageContent(const QStringList& lines)
 QByteArray onePagePdf(const QStringList& lines)
 {
     const QByteArray content = pageContent(lines);
+    const QByteArray page = "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 595 842] /Contents 4 0 R "
+                            "/Resources << /Font << /F1 5 0 R >> >> >>";
     const QByteArrayList objects {
         "<< /Type /Catalog /Pages 2 0 R >>",
         "<< /Type /Pages /Kids [3 0 R] /Count 1 >>",
-        "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 595 842] /Contents 4 0 R "
-        "/Resources << /Font << /F1 5 0 R >> >> >>",
+        page,
         "<< /Length " + QByteArray::number(content.size()) + " >>\nstream\n" + content
             + "\nendstream",
         "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >>",

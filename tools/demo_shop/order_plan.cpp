@@ -12,7 +12,8 @@ namespace {
 constexpr quint32 kRoleStream = 1;
 constexpr quint32 kDateStream = 2;
 
-constexpr qint64 kYear = 365 * 86400;
+constexpr qint64 kSixHours = 21600;
+constexpr qint64 kYear = qint64(365) * 86400;
 
 bool isListed(Role role)
 {
@@ -54,7 +55,7 @@ OrderPlan::OrderPlan(qint64 listed, quint32 seed, QDate firstDay)
         left -= isListed(role) ? 1 : 0;
     }
     // A year's orders, but not more than one in 20 seconds and not less than four a day.
-    m_step = std::clamp<qint64>(kYear / std::max<qint64>(1, m_total), 20, 6 * 3600);
+    m_step = std::clamp<qint64>(kYear / std::max<qint64>(1, m_total), 20, kSixHours);
 }
 
 OrderPlan::Block OrderPlan::block(qint64 number) const
@@ -64,7 +65,7 @@ OrderPlan::Block OrderPlan::block(qint64 number) const
     for (int i = 0; i < int(Role::Plain); ++i)
         roles[std::size_t(i)] = Role(i);
     for (int i = 0; i < kBlock - kListedPerBlock; ++i)
-        roles[std::size_t(kListedPerBlock + i)] = Role(int(Role::Processing) + i);
+        roles[std::size_t(kListedPerBlock) + std::size_t(i)] = Role(int(Role::Processing) + i);
 
     CounterRandom random(m_seed, kRoleStream, number);
     for (int i = kBlock - 1; i > 0; --i)

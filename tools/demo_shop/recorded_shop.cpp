@@ -42,7 +42,7 @@ RecordedShop::RecordedShop(const QString& folder)
     const QJsonArray entries = index.value(u"entries").toArray();
     if (entries.isEmpty())
         m_error = QStringLiteral("%1: no entries").arg(file.fileName());
-    for (const QJsonValue& entry : entries) {
+    for (const QJsonValue entry : entries) {
         if (!addEntry(folder, entry.toObject()))
             return;
     }

@@ -142,18 +142,19 @@ Refund RefundMaker::shippingOnly(const QString& reason)
 
 std::vector<Refund> RefundMaker::make()
 {
-    const OrderLine* first = m_order.lines.empty() ? nullptr : &m_order.lines.front();
+    // Orders without lines are not refunded, and have the role FeeOnly.
+    const int pieces = m_order.lines.empty() ? 0 : m_order.lines.front().quantity;
     switch (m_order.role) {
     case Role::RefundFullByLines:
         return {whole(QStringLiteral("Widerruf; Ware \"unbenutzt\" zurück"))};
     case Role::RefundByStatusChange:
         return {whole(QStringLiteral("Order fully refunded."))};
     case Role::RefundFirstLine:
-        return {byLine(0, first->quantity, OlderRefundPost, QStringLiteral("Beschädigt"))};
+        return {byLine(0, pieces, OlderRefundPost, QStringLiteral("Beschädigt"))};
     case Role::RefundOnePiece:
         return {byLine(0, 1, OlderRefundPost, {})};
     case Role::RefundAmountWithoutLines:
-        return {byAmount(m_random.between(1, 5) * 100, false, OlderRefundPost,
+        return {byAmount(m_random.between(1, 5) * qint64(100), false, OlderRefundPost,
                          QStringLiteral("Kulanz"))};
     case Role::RefundFullWithZeroLines:
         return {byAmount(m_order.total, true, OlderRefundPost, QStringLiteral("Kurs abgesagt"))};
@@ -164,7 +165,7 @@ std::vector<Refund> RefundMaker::make()
     case Role::RefundShippingOnly:
         return {shippingOnly(QStringLiteral("Porto"))};
     case Role::RefundTwice: {
-        const Refund older = byLine(0, first->quantity, OlderRefundPost, {});
+        const Refund older = byLine(0, pieces, OlderRefundPost, {});
         return {byAmount(150, false, NewerRefundPost, QStringLiteral("Nachlass")), older};
     }
     default:
