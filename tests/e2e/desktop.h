@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+/// What a person does on the screen: looks for windows and buttons, clicks, types, closes. Each
+/// call runs the event loop while it waits, so that a shop in this process goes on answering.
+namespace desktop {
+
+struct Outcome
+{
+    bool ok = false;
+    QString output;
+    QString problem;
+};
+
+/// Runs a program to its end, for \a seconds at most; ok means that it ended with status 0.
+Outcome run(const QString& program, const QStringList& arguments, int seconds = 60);
+
+/// Waits until one of the windows of \a titles is on screen. \return its title, empty if none came
+QString waitForWindow(qint64 pid, const QStringList& titles, int seconds = 30);
+/// Waits until some widget shows a text that \a pattern matches. \return the text
+QString waitForText(qint64 pid, const QString& pattern, int seconds = 30);
+/// Clicks a button with the mouse; \a name may hold several texts, separated by "|".
+bool click(qint64 pid, const QString& name);
+/// Clicks where the mouse stands, twice in quick succession.
+bool clickAgainTwice();
+/// Presses a key in a window, which gets the focus first.
+bool key(const QString& window, const QString& name);
+
+/// Ids of the windows of \a pid on screen whose title \a pattern matches, as xdotool names them.
+QStringList windows(qint64 pid, const QString& pattern);
+/// Waits until the program has exactly one such window on screen. \return its id, empty if not
+QString waitForWindowId(qint64 pid, const QString& pattern, int seconds = 30);
+/// Asks the window manager to close a window, as its system button does.
+bool closeWindow(const QString& id);
+/// True if a window whose title \a pattern matches is on screen.
+bool isShown(qint64 pid, const QString& pattern);
+
+/// Runs this program again inside an accessibility session of its own, unless it is in one. Call it
+/// first in main; it returns inside the session only.
+void enterSession(char** argv);
+/// The environment of a program that is to be driven.
+QProcessEnvironment environment();
+
+} // namespace desktop

@@ -1,0 +1,355 @@
+#include "tests/e2e/desktop.h"
+#include "tests/e2e/ledora_process.h"
+#include "tests/e2e/run_setup.h"
+#include "tests/support/app_test.h"
+
+#include <QDir>
+
+using demo_shop::Fault;
+using demo_shop::ShopRequest;
+
+namespace {
+
+const QString question = QStringLiteral("Beendet:");
+const QString startButton = QStringLiteral("Daten vom Server abrufen");
+const QString mainWindow = QStringLiteral("MainWindow");
+const QString anyError = QStringLiteral("Fehler:");
+
+} // namespace
+
+/// Runs of the real program, from the click on the start button to the end of the process.
+class tst_program_run : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit tst_program_run(const StartFolder& folder)
+        : m_folder(folder)
+        , m_fixture(folder)
+    {
+    }
+
+private slots:
+    void init();
+
+    void handsTheExportOverOnYes();
+    void speaksGermanOnAGermanDesktop();
+    void staysUsableAfterNo();
+    void restartsOnASecondClickInTheFirstSecond();
+    void removesTheExportWhenClosed_data();
+    void removesTheExportWhenClosed();
+    void writesTheLastPageBehindTheAnswer();
+    void handsOverWithoutARunWhenAsked();
+    void leavesAnEmptyExportForAShopWithoutOrders();
+    void emptiesTheExportIfTheShopIsGone();
+    void findsItsSettingsAtTheNextStart();
+
+private:
+    /// What the same run inside this process exports.
+    QByteArray exportOfThisProcess(const QJsonArray& orders);
+    void layDownSettings();
+    bool startProgram(LedoraProcess& program);
+    bool runToQuestion(LedoraProcess& program);
+    bool answer(LedoraProcess& program, const QString& button);
+    int requestsFor(const char* ending) const;
+
+    const StartFolder& m_folder;
+    RunFixture m_fixture;
+};
+
+void tst_program_run::init()
+{
+    m_fixture.window.reset();
+    m_fixture.answers.clear();
+    m_fixture.shop.setFaultPlan({});
+    m_fixture.shop.clearRequests();
+    if (!m_fixture.shop.listen())
+        QFAIL("The shop can't listen.");
+    layDownSettings();
+}
+
+void tst_program_run::layDownSettings()
+{
+    QFile::remove(m_folder.iniFile());
+    QFile::remove(m_folder.exportFile());
+    m_folder.writeHostFile();
+    m_folder.saveOptions(run_setup::completeOptions(m_fixture.shop.baseUrl()));
+    QVERIFY(run_setup::storeSecrets(m_fixture.shop.baseUrl()));
+}
+
+QByteArray tst_program_run::exportOfThisProcess(const QJsonArray& orders)
+{
+    run_setup::serve(m_fixture, orders);
+    m_fixture.start(run_setup::completeOptions(m_fixture.shop.baseUrl()));
+    m_fixture.window->SaveConfig(false);
+    m_fixture.runToEnd();
+    const QByteArray bytes = m_folder.exported();
+    m_fixture.window.reset();
+    m_fixture.shop.clearRequests();
+    layDownSettings();
+    return bytes;
+}
+
+bool tst_program_run::startProgram(LedoraProcess& program)
+{
+    return program.start({m_folder.hostFile()})
+        && desktop::waitForWindow(
+               program.pid(), {QStringLiteral("Fehler beim Entschlüsseln:"), anyError, mainWindow})
+        == mainWindow;
+}
+
+bool tst_program_run::runToQuestion(LedoraProcess& program)
+{
+    return desktop::click(program.pid(), startButton)
+        && desktop::waitForWindow(program.pid(), {question, anyError}, 60) == question;
+}
+
+bool tst_program_run::answer(LedoraProcess& program, const QString& button)
+{
+    return desktop::click(program.pid(), button);
+}
+
+int tst_program_run::requestsFor(const char* ending) const
+{
+    int count = 0;
+    for (const QString& path : m_fixture.paths())
+        count += path.endsWith(QLatin1String(ending)) ? 1 : 0;
+    return count;
+}
+
+void tst_program_run::handsTheExportOverOnYes()
+{
+    const QJsonArray orders = run_setup::orders(130, 40);
+    const QByteArray expected = exportOfThisProcess(orders);
+    QVERIFY(expected.startsWith("export_version|1|"));
+    QCOMPARE(expected.count('\n'), 2 + 130 + 3);
+
+    LedoraProcess program;
+    QVERIFY(startProgram(program));
+    QVERIFY(runToQuestion(program));
+    QVERIFY(!desktop::waitForText(program.pid(),
+                                  QStringLiteral("Der Vorgang wurde beendet, soll der Dialog "
+                                                 "geschlossen und der Import gestartet werden\\?"))
+                 .isEmpty());
+    QVERIFY(answer(program, QStringLiteral("Yes|Ja")));
+    QVERIFY(program.waitForEnd());
+    QVERIFY(program.hasEndedWell());
+    QCOMPARE(m_folder.exported(), expected);
+    for (const ShopRequest& request : m_fixture.shop.requests())
+        QCOMPARE(request.authorization, run_setup::authorization());
+}
+
+void tst_program_run::speaksGermanOnAGermanDesktop()
+{
+    run_setup::serve(m_fixture, run_setup::orders(1, 0));
+    LedoraProcess program;
+    program.setVariable(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
+    program.setVariable(QStringLiteral("LANG"), QStringLiteral("de_DE.UTF-8"));
+    QVERIFY(startProgram(program));
+    QVERIFY(runToQuestion(program));
+    QVERIFY(answer(program, QStringLiteral("Ja")));
+    QVERIFY(program.waitForEnd());
+    QVERIFY(program.hasEndedWell());
+    QVERIFY(m_folder.exported().contains("Müller-1"));
+}
+
+void tst_program_run::staysUsableAfterNo()
+{
+    const QJsonArray orders = run_setup::orders(3, 0);
+    const QByteArray expected = exportOfThisProcess(orders);
+    LedoraProcess program;
+    QVERIFY(startProgram(program));
+    QVERIFY(runToQuestion(program));
+    QVERIFY(answer(program, QStringLiteral("No|Nein")));
+    QTRY_VERIFY_WITH_TIMEOUT(!desktop::isShown(program.pid(), QStringLiteral("^Beendet:$")), 30000);
+    QVERIFY(program.isRunning());
+    QCOMPARE(m_folder.exported(), expected);
+    // Clicking the button proves that it was enabled again.
+    QVERIFY(runToQuestion(program));
+    QVERIFY(answer(program, QStringLiteral("Yes|Ja")));
+    QVERIFY(program.waitForEnd());
+    QVERIFY(program.hasEndedWell());
+    QCOMPARE(m_folder.exported(), expected);
+    QCOMPARE(requestsFor("/v3/orders"), 2);
+    // The rates of the first run serve the second.
+    QCOMPARE(requestsFor("/v3/taxes"), 2);
+}
+
+void tst_program_run::restartsOnASecondClickInTheFirstSecond()
+{
+    const QJsonArray orders = run_setup::orders(3, 0);
+    const QByteArray expected = exportOfThisProcess(orders);
+    LedoraProcess program;
+    QVERIFY(startProgram(program));
+    QVERIFY(runToQuestion(program));
+    QVERIFY(desktop::key(desktop::waitForWindowId(program.pid(), QStringLiteral("^Beendet:$")),
+                         QStringLiteral("Escape")));
+    QTRY_VERIFY_WITH_TIMEOUT(!desktop::isShown(program.pid(), QStringLiteral("^Beendet:$")), 30000);
+    // The button is enabled by now, and the mouse still stands on it.
+    m_fixture.shop.clearRequests();
+    QVERIFY(desktop::clickAgainTwice());
+    QCOMPARE(desktop::waitForWindow(program.pid(), {question, anyError}), question);
+    QCOMPARE(requestsFor("/v3/orders"), 1);
+    QCOMPARE(m_folder.exported(), expected);
+    QVERIFY(answer(program, QStringLiteral("Yes|Ja")));
+    QVERIFY(program.waitForEnd());
+    QVERIFY(program.hasEndedWell());
+    QCOMPARE(m_folder.exported(), expected);
+}
+
+void tst_program_run::removesTheExportWhenClosed_data()
+{
+    QTest::addColumn<bool>("byEscape");
+    QTest::addColumn<bool>("afterARun");
+    QTest::newRow("system button, before a run") << false << false;
+    QTest::newRow("system button, after a run") << false << true;
+    QTest::newRow("Escape, before a run") << true << false;
+    QTest::newRow("Escape, after a run") << true << true;
+}
+
+void tst_program_run::removesTheExportWhenClosed()
+{
+    QFETCH(bool, byEscape);
+    QFETCH(bool, afterARun);
+    run_setup::serve(m_fixture, run_setup::orders(3, 0));
+    LedoraProcess program;
+    QVERIFY(startProgram(program));
+    if (afterARun) {
+        QVERIFY(runToQuestion(program));
+        QVERIFY(answer(program, QStringLiteral("No|Nein")));
+        QTRY_VERIFY_WITH_TIMEOUT(!desktop::isShown(program.pid(), QStringLiteral("^Beendet:$")),
+                                 30000);
+        QVERIFY(!m_folder.exported().isEmpty());
+    }
+    QFile::remove(m_folder.iniFile());
+    const QString window = desktop::waitForWindowId(program.pid(), QStringLiteral("^MainWindow$"));
+    QVERIFY(!window.isEmpty());
+    QVERIFY(byEscape ? desktop::key(window, QStringLiteral("Escape"))
+                     : desktop::closeWindow(window));
+    QVERIFY(program.waitForEnd());
+    QVERIFY(program.hasEndedWell());
+    QVERIFY(!QFile::exists(m_folder.exportFile()));
+    const auto saved = run_setup::optionsInTheFile(m_folder);
+    QCOMPARE(saved.value(QStringLiteral("mainurl")).toString(), m_fixture.shop.baseUrl());
+    QCOMPARE(saved.value(QStringLiteral("buchungs_konten")).toList().size(), 36);
+}
+
+void tst_program_run::writesTheLastPageBehindTheAnswer()
+{
+    const QJsonArray orders = run_setup::orders(6, 2);
+    const QByteArray expected = exportOfThisProcess(orders);
+    QCOMPARE(expected.count('\n'), 2 + 6 + 3);
+    // The first of three refunds takes so long that a tick must fall into its request.
+    m_fixture.shop.setFaultPlan([](const ShopRequest& request) {
+        Fault fault;
+        if (request.path.endsWith(QLatin1String("/2/refunds"))) {
+            fault.kind = Fault::Trickle;
+            fault.pieces = 30;
+            fault.pauseMs = 100;
+        }
+        return fault;
+    });
+
+    LedoraProcess program;
+    QVERIFY(startProgram(program));
+    QVERIFY(runToQuestion(program));
+    QCOMPARE(requestsFor("/refunds"), 1);
+    QCOMPARE(m_folder.exported(), QByteArray(""));
+    QVERIFY(answer(program, QStringLiteral("Yes|Ja")));
+    QVERIFY(program.waitForEnd());
+    QVERIFY(program.hasEndedWell());
+    QCOMPARE(requestsFor("/refunds"), 3);
+    QCOMPARE(m_folder.exported(), expected);
+}
+
+void tst_program_run::handsOverWithoutARunWhenAsked()
+{
+    // Nothing was fetched, so there is nothing to leave behind, and nothing is removed or saved.
+    QFile::remove(m_folder.iniFile());
+    m_folder.saveOptions(run_setup::completeOptions(m_fixture.shop.baseUrl()));
+    LedoraProcess program;
+    QVERIFY(startProgram(program));
+    QVERIFY(desktop::click(program.pid(), QStringLiteral("Import starten")));
+    QVERIFY(program.waitForEnd());
+    QVERIFY(program.hasEndedWell());
+    QVERIFY(!QFile::exists(m_folder.exportFile()));
+    QVERIFY(!run_setup::optionsInTheFile(m_folder).contains(QStringLiteral("buchungs_konten")));
+}
+
+void tst_program_run::leavesAnEmptyExportForAShopWithoutOrders()
+{
+    run_setup::serve(m_fixture, {});
+    LedoraProcess program;
+    QVERIFY(startProgram(program));
+    QVERIFY(runToQuestion(program));
+    QVERIFY(answer(program, QStringLiteral("Yes|Ja")));
+    QVERIFY(program.waitForEnd());
+    QVERIFY(program.hasEndedWell());
+    QCOMPARE(m_folder.exported(), QByteArray(""));
+}
+
+void tst_program_run::emptiesTheExportIfTheShopIsGone()
+{
+    run_setup::serve(m_fixture, run_setup::orders(130, 0));
+    // The second page never comes.
+    m_fixture.shop.setFaultPlan([](const ShopRequest& request) {
+        Fault fault;
+        if (request.queryValue(QStringLiteral("page")) == QLatin1String("2")
+            && request.path.endsWith(QLatin1String("/v3/orders")))
+            fault.kind = Fault::Status;
+        return fault;
+    });
+    LedoraProcess program;
+    QVERIFY(startProgram(program));
+    QVERIFY(desktop::click(program.pid(), startButton));
+    QCOMPARE(desktop::waitForWindow(program.pid(), {question, anyError}, 90), anyError);
+    QVERIFY(!desktop::waitForText(program.pid(),
+                                  QStringLiteral("^Export auf Seite 2 nach 3 "
+                                                 "Versuchen fehlgeschlagen:"))
+                 .isEmpty());
+    QCOMPARE(requestsFor("/v3/orders"), 1 + 9);
+    QVERIFY(desktop::key(desktop::waitForWindowId(program.pid(), QStringLiteral("^Fehler:$")),
+                         QStringLiteral("Return")));
+    QTRY_COMPARE_WITH_TIMEOUT(m_folder.exported(), QByteArray(""), 30000);
+    QVERIFY(program.isRunning());
+}
+
+void tst_program_run::findsItsSettingsAtTheNextStart()
+{
+    run_setup::serve(m_fixture, run_setup::orders(2, 2));
+    {
+        LedoraProcess first;
+        QVERIFY(startProgram(first));
+        const QString window =
+            desktop::waitForWindowId(first.pid(), QStringLiteral("^MainWindow$"));
+        QVERIFY(desktop::closeWindow(window));
+        QVERIFY(first.waitForEnd());
+        QVERIFY(first.hasEndedWell());
+    }
+    const auto saved = run_setup::optionsInTheFile(m_folder);
+    QCOMPARE(saved.value(QStringLiteral("mainurl")).toString(), m_fixture.shop.baseUrl());
+    QCOMPARE(saved.value(QStringLiteral("api_key_chain")), QVariant(QString()));
+    QCOMPARE(saved.value(QStringLiteral("api_secret_chain")), QVariant(QString()));
+
+    LedoraProcess second;
+    QVERIFY(startProgram(second));
+    QVERIFY(runToQuestion(second));
+    for (const ShopRequest& request : m_fixture.shop.requests())
+        QCOMPARE(request.authorization, run_setup::authorization());
+    QCOMPARE(requestsFor("/v3/orders"), 1);
+    const QByteArray optionString = m_folder.exportedLines().value(0);
+    QVERIFY(optionString.contains("|b2c_handling|2|"));
+    QVERIFY(optionString.contains("|skr|4"));
+    QVERIFY(!optionString.contains(run_setup::apiKey.toUtf8()));
+    QVERIFY(!m_folder.exported().contains(run_setup::apiSecret.toUtf8()));
+    QVERIFY(!second.output().contains(run_setup::apiKey));
+    QVERIFY(!second.output().contains(run_setup::apiSecret));
+}
+
+int main(int argc, char** argv)
+{
+    desktop::enterSession(argv);
+    return runAppTest<tst_program_run>(argc, argv);
+}
+
+#include "tst_program_run.moc"
