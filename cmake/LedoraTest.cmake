@@ -1,5 +1,7 @@
 include_guard()
 
+option(LEDORA_DETECT_LEAKS "Let the address sanitizer look for leaks" ON)
+
 # ledora_add_test(<name> SOURCES <file>... [LIBS <target>...] [TIMEOUT <seconds>] [ENV <NAME=value>...]
 #                 [DISPLAY] [KEYRING])
 #
@@ -33,6 +35,10 @@ function(ledora_add_test name)
         set(platform QT_QPA_PLATFORM=xcb)
     endif()
 
+    set(leaks 0)
+    if(LEDORA_DETECT_LEAKS)
+        set(leaks 1)
+    endif()
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
     endif()
@@ -44,5 +50,5 @@ function(ledora_add_test name)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${arg_TIMEOUT}
         SKIP_RETURN_CODE 77
-        ENVIRONMENT "${platform};TZ=UTC;LC_ALL=C.UTF-8;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;XDG_RUNTIME_DIR=${home};DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;NO_AT_BRIDGE=1;ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=0;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${arg_ENV}")
+        ENVIRONMENT "${platform};TZ=UTC;LC_ALL=C.UTF-8;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;XDG_RUNTIME_DIR=${home};DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;NO_AT_BRIDGE=1;ASAN_OPTIONS=detect_leaks=${leaks}:detect_stack_use_after_return=0;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${arg_ENV}")
 endfunction()
