@@ -22,7 +22,7 @@ InvoiceData readInvoice(const QJsonObject& invoice)
     data.dateCreated = ConvertUTCDateToLocalDate(invoice, QStringLiteral("date_created"));
     const QJsonArray links =
         invoice.value(QLatin1String("_links")).toObject().value(QLatin1String("pdf")).toArray();
-    for (const QJsonValue& link : links)
+    for (const auto link : links)
         data.hrefs.append(textOf(link.toObject(), QLatin1String("href")));
     return data;
 }

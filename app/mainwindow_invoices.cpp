@@ -9,7 +9,7 @@ MainWindow::InvoiceCells MainWindow::fetchInvoices(int orderId)
     QJsonDocument answer;
     executeRequest(invoicesUrl(csBaseUrl, orderId), &answer, iRequestRetries);
     const QJsonArray invoices = answer.array();
-    for (const QJsonValue& element : invoices) {
+    for (const auto element : invoices) {
         const InvoiceData invoice = readInvoice(element.toObject());
         const QString path = invoicePath(pdfFolderPath, invoice);
         cells.number = invoice.number;

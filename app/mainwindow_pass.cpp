@@ -79,7 +79,7 @@ void MainWindow::loadTaxRates()
         const QJsonArray rates = answer.array();
         if (rates.isEmpty())
             return;
-        for (const QJsonValue& entry : rates) {
+        for (const auto entry : rates) {
             const QJsonObject rate = entry.toObject();
             globalTaxRates[rate.value(QLatin1String("id")).toVariant().toInt()] =
                 rate.value(QLatin1String("rate")).toVariant().toString();
@@ -113,7 +113,7 @@ bool MainWindow::isStopWanted() const
 void MainWindow::exportOrders(const QJsonArray& orders, QTextStream& pageBuffer)
 {
     bTxIdOnly = false;
-    for (const QJsonValue& order : orders) {
+    for (const auto order : orders) {
         exportOrder(order.toObject(), pageBuffer);
         if (isStopWanted())
             return;

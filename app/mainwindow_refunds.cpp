@@ -33,7 +33,7 @@ void MainWindow::addRefunds(OrderWork& work)
     executeRequest(refundsUrl(csBaseUrl, work.scan.id), &answer, iRequestRetries);
     const QJsonArray refunds = answer.array();
     int cursor = 0;
-    for (const QJsonValue& element : refunds) {
+    for (const auto element : refunds) {
         const QJsonObject refund = element.toObject();
         OrderTaxMap rates;
         ShippingMap shipping;

@@ -67,7 +67,7 @@ Entries sortedEntries(const QJsonObject& object)
 QVariant feeIn(const QJsonArray& metaData)
 {
     QVariant fee;
-    for (const QJsonValue& element : metaData) {
+    for (const auto element : metaData) {
         const QJsonObject entry = element.toObject();
         if (textOf(entry.value(QLatin1String("key"))) != QLatin1String("_ppcp_paypal_fees"))
             continue;

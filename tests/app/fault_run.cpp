@@ -113,7 +113,8 @@ void FaultRun::remember()
     m_files = invoiceFiles();
 }
 
-void FaultRun::spoilWhile(const Phase& phase, const Fault& spoilt, std::function<bool()> condition)
+void FaultRun::spoilWhile(const Phase& phase, const Fault& spoilt,
+                          const std::function<bool()>& condition)
 {
     if (spoilt.kind == Fault::Silence)
         fixture.window->networkManager->setTransferTimeout(iTimeoutMs);

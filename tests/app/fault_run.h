@@ -53,7 +53,7 @@ public:
 
 private:
     void spoilWhile(const Phase& phase, const demo_shop::Fault& fault,
-                    std::function<bool()> condition);
+                    const std::function<bool()>& condition);
     QMap<QString, QByteArray> invoiceFiles() const;
 
     QByteArray m_export;

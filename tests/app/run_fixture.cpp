@@ -54,7 +54,7 @@ RunFixture::RunFixture(const StartFolder& startFolder)
 
 RunFixture::~RunFixture() = default;
 
-MainWindow& RunFixture::start(QMap<QString, QVariant> options)
+MainWindow& RunFixture::start(const QMap<QString, QVariant>& options)
 {
     window.reset();
     resetGlobals();

@@ -23,7 +23,7 @@ public:
 
     /// Puts every process-wide value and every file of the folder back to a first start, then makes
     /// a window whose saved options are \a options. "mainurl" is the shop's unless given.
-    MainWindow& start(QMap<QString, QVariant> options = {});
+    MainWindow& start(const QMap<QString, QVariant>& options = {});
     /// Destroys the window and makes another one in the same folder, as a next start would.
     MainWindow& restart();
 

@@ -30,6 +30,10 @@ private slots:
     void aWindowClosedInAPassEndsTheProgram_data();
     void aWindowClosedInAPassEndsTheProgram();
     void afterClosingNoRunCanBegin();
+    void afterTheHandOverNoRunCanBegin();
+    void aStopAfterTheHandOverIsDropped_data();
+    void aStopAfterTheHandOverIsDropped();
+    void theHandOverOverrulesARestart();
 
 private:
     MainWindow& window() const { return *fixture->window; }
@@ -196,6 +200,52 @@ void tst_run_closing::afterClosingNoRunCanBegin()
     QVERIFY(!window().outFile.isOpen());
     QVERIFY(folder.exported().isNull());
     QCOMPARE(fixture->targets(), QStringList());
+}
+
+void tst_run_closing::afterTheHandOverNoRunCanBegin()
+{
+    window().OnTimer();
+    const QByteArray handedOver = folder.exported();
+    emit fixture->okButton()->clicked(false);
+    window().StartTimer();
+    QVERIFY(!window().waitTimer->isActive());
+    QTRY_VERIFY(!window().isVisible());
+    QVERIFY(!window().runTimer->isActive());
+    QCOMPARE(folder.exported(), handedOver);
+}
+
+void tst_run_closing::aStopAfterTheHandOverIsDropped_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::newRow("stop") << int(CancelStop);
+    QTest::newRow("restart") << int(CancelRestart);
+    QTest::newRow("close") << int(CancelClose);
+}
+
+void tst_run_closing::aStopAfterTheHandOverIsDropped()
+{
+    QFETCH(int, type);
+    fixture->serveOrders(
+        {sample::order(1, {sample::productLine(1, 1020)}), sample::order(2, {sample::line(2)})});
+    fixture->during("/products/1020", [this, type] {
+        emit fixture->okButton()->clicked(false);
+        window().StopTimer(CancelType(type));
+    });
+    window().OnTimer();
+    QCOMPARE(folder.exportedLines().size(), 2 + 2);
+}
+
+void tst_run_closing::theHandOverOverrulesARestart()
+{
+    window().OnTimer();
+    fixture->during("/products/1020", [this] {
+        window().StartTimer();
+        emit fixture->okButton()->clicked(false);
+    });
+    window().OnTimer();
+    QTRY_VERIFY(!window().isVisible());
+    QVERIFY(!window().waitTimer->isActive());
+    QCOMPARE(folder.exportedLines().size(), 2 + 102);
 }
 
 LEDORA_APP_TEST_MAIN(tst_run_closing)

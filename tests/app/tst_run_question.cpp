@@ -129,6 +129,8 @@ void tst_run_question::aFailedPassBehindTheQuestionIsRepeated()
                                                 "Wiederholung 1/3...")));
     QVERIFY(window().runTimer->isActive());
     QVERIFY(!window().bFinished);
+    // The question has freed the buttons, but the run goes on.
+    QVERIFY(!fixture->startButton()->isEnabled());
     QCOMPARE(folder.exported(), QByteArray(""));
     fixture->tickToEnd();
     QCOMPARE(folder.exportedLines().size(), 2 + 3);

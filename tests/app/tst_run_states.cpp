@@ -37,6 +37,7 @@ private slots:
     void aRunByTicksReachesTheQuestion();
     void anEmptyAddressTicksWithoutEffect();
     void anUnopenedExportTicksWithoutEffect();
+    void aStartWithoutAnExportKeepsTheMessage();
 
 private:
     MainWindow& window() const { return *fixture->window; }
@@ -237,6 +238,14 @@ void tst_run_states::anUnopenedExportTicksWithoutEffect()
     QCOMPARE(window().statusLabel->text(), reported);
     QVERIFY(fixture->startButton()->isEnabled());
     QCOMPARE(fixture->targets(), QStringList());
+}
+
+void tst_run_states::aStartWithoutAnExportKeepsTheMessage()
+{
+    window().outputFilePath = folder.path(QStringLiteral("no such folder/output.csv"));
+    window().StartTimer();
+    QTRY_VERIFY(window().runTimer->isActive());
+    QVERIFY(window().statusLabel->text().startsWith(QLatin1String("<br><b>Dateifehler:\r\n")));
 }
 
 LEDORA_APP_TEST_MAIN(tst_run_states)

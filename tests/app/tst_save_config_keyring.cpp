@@ -82,6 +82,7 @@ private slots:
     void bringsTheSecretsBackAtTheNextStart();
     void putsNoSecretIntoTheOptionString();
     void logsNoSecret();
+    void savesWhatIsTypedMeanwhile();
     void endsTheProgramIfTheWindowIsClosedMeanwhile_data();
     void endsTheProgramIfTheWindowIsClosedMeanwhile();
 
@@ -305,6 +306,23 @@ void tst_save_config_keyring::logsNoSecret()
         QCOMPARE(waysToRead(secret, logged), QStringList());
         QCOMPARE(waysToRead(secret.left(11), logged), QStringList());
     }
+}
+
+void tst_save_config_keyring::savesWhatIsTypedMeanwhile()
+{
+    MainWindow& window = startAndType(address);
+    // While the store takes its time over the first secret, the user goes on with both.
+    QTimer::singleShot(0, &window, [&window] {
+        window.apiSecret = QStringLiteral("cs_typed_late");
+        window.optionsMap.insert(keyNameAPI, QStringLiteral("ck_typed_late"));
+        window.optionsMap.insert(keyNameSECRET, QStringLiteral("cs_typed_late"));
+    });
+    window.SaveConfig(false);
+    QCOMPARE(stored(address, keyNameAPI), apiKeyText);
+    QCOMPARE(stored(address, keyNameSECRET), QStringLiteral("cs_typed_late"));
+    const QByteArray file = unescapedIni(savedBytes());
+    QCOMPARE(waysToRead(QStringLiteral("ck_typed_late"), file), QStringList());
+    QCOMPARE(waysToRead(QStringLiteral("cs_typed_late"), file), QStringList());
 }
 
 void tst_save_config_keyring::endsTheProgramIfTheWindowIsClosedMeanwhile_data()

@@ -7,7 +7,7 @@
 #include <QProcess>
 #include <QTimer>
 
-#include <cstdlib>
+#include <chrono>
 #include <unistd.h>
 
 namespace desktop {
@@ -113,7 +113,7 @@ QStringList windows(qint64 pid, const QString& pattern)
 QString waitForWindowId(qint64 pid, const QString& pattern, int seconds)
 {
     // The program knows of its window before the X server shows it.
-    const QDeadlineTimer deadline(seconds * 1000);
+    const QDeadlineTimer deadline(std::chrono::seconds {seconds});
     QStringList found;
     do {
         found = windows(pid, pattern);

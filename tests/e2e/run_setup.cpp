@@ -111,7 +111,7 @@ void serve(RunFixture& fixture, const QJsonArray& list)
     fixture.serveTaxes({QJsonObject {{QStringLiteral("id"), 1},
                                      {QStringLiteral("rate"), QStringLiteral("19.0000")}}});
     fixture.serveOrders(list);
-    for (const QJsonValue& order : list) {
+    for (const auto& order : list) {
         const int id = order[QStringLiteral("id")].toInt();
         fixture.serve(QStringLiteral("/wp-json/wc/v3/orders/%1/refunds").arg(id),
                       QJsonDocument(QJsonArray {refundOf(id)}).toJson(QJsonDocument::Compact));

@@ -83,7 +83,7 @@ QByteArray tst_program_run::exportOfThisProcess(const QJsonArray& orders)
     m_fixture.start(run_setup::completeOptions(m_fixture.shop.baseUrl()));
     m_fixture.window->SaveConfig(false);
     m_fixture.runToEnd();
-    const QByteArray bytes = m_folder.exported();
+    QByteArray bytes = m_folder.exported();
     m_fixture.window.reset();
     m_fixture.shop.clearRequests();
     layDownSettings();
