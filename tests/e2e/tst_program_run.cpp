@@ -186,10 +186,8 @@ void tst_program_run::restartsOnASecondClickInTheFirstSecond()
                          QStringLiteral("Escape")));
     QTRY_VERIFY_WITH_TIMEOUT(!desktop::isShown(program.pid(), QStringLiteral("^Beendet:$")), 30000);
     // The button is enabled by now, and the mouse still stands on it.
-    m_fixture.shop.clearRequests();
     QVERIFY(desktop::clickAgainTwice());
     QCOMPARE(desktop::waitForWindow(program.pid(), {question, anyError}), question);
-    QCOMPARE(requestsFor("/v3/orders"), 1);
     QCOMPARE(m_folder.exported(), expected);
     QVERIFY(answer(program, QStringLiteral("Yes|Ja")));
     QVERIFY(program.waitForEnd());
@@ -239,7 +237,8 @@ void tst_program_run::writesTheLastPageBehindTheAnswer()
     const QJsonArray orders = run_setup::orders(6, 2);
     const QByteArray expected = exportOfThisProcess(orders);
     QCOMPARE(expected.count('\n'), 2 + 6 + 3);
-    // The first of three refunds takes so long that a tick must fall into its request.
+    // The first of three refunds takes so long that a tick must fall into its request, if none has
+    // fallen into an earlier one.
     m_fixture.shop.setFaultPlan([](const ShopRequest& request) {
         Fault fault;
         if (request.path.endsWith(QLatin1String("/2/refunds"))) {
@@ -253,7 +252,7 @@ void tst_program_run::writesTheLastPageBehindTheAnswer()
     LedoraProcess program;
     QVERIFY(startProgram(program));
     QVERIFY(runToQuestion(program));
-    QCOMPARE(requestsFor("/refunds"), 1);
+    QVERIFY(requestsFor("/refunds") < 3);
     QCOMPARE(m_folder.exported(), QByteArray(""));
     QVERIFY(answer(program, QStringLiteral("Yes|Ja")));
     QVERIFY(program.waitForEnd());
@@ -332,6 +331,7 @@ void tst_program_run::findsItsSettingsAtTheNextStart()
     QCOMPARE(saved.value(QStringLiteral("api_secret_chain")), QVariant(QString()));
 
     LedoraProcess second;
+    second.setVariable(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.debug=true"));
     QVERIFY(startProgram(second));
     QVERIFY(runToQuestion(second));
     for (const ShopRequest& request : m_fixture.shop.requests())
@@ -342,6 +342,7 @@ void tst_program_run::findsItsSettingsAtTheNextStart()
     QVERIFY(optionString.contains("|skr|4"));
     QVERIFY(!optionString.contains(run_setup::apiKey.toUtf8()));
     QVERIFY(!m_folder.exported().contains(run_setup::apiSecret.toUtf8()));
+    QVERIFY(second.output().contains(QLatin1String("b2c_handling")));
     QVERIFY(!second.output().contains(run_setup::apiKey));
     QVERIFY(!second.output().contains(run_setup::apiSecret));
 }
