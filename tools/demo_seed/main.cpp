@@ -1,3 +1,4 @@
+#include "accounting/payment_import_tables.h"
 #include "credentials/keychain_class.h"
 #include "credentials/keychain_key.h"
 #include "form/mod_form_qt.h"
@@ -25,7 +26,7 @@ QVariant selected(const QVariant& value)
 // What a user who has filled in everything for the demo shop would find saved.
 QMap<QString, QVariant> savedOptions(const QString& shopUrl, const QString& pdfFolder)
 {
-    return {
+    QMap<QString, QVariant> options {
         {QStringLiteral("mainurl"), shopUrl},
         {keyNameAPI, QString()},
         {keyNameSECRET, QString()},
@@ -36,18 +37,6 @@ QMap<QString, QVariant> savedOptions(const QString& shopUrl, const QString& pdfF
         {QStringLiteral("germanized_use"), true},
         {QStringLiteral("germanized_pdf_folder"), pdfFolder},
         {QStringLiteral("germanized_overwrite_pdf"), false},
-        {QStringLiteral("buchungs_text_erloes"),
-         QStringLiteral("Erlös-<ORDER_NUMBER>-<COMPANY><,><NAME>")},
-        {QStringLiteral("gm_buchungs_text_erloes"),
-         QStringLiteral("Erlös-<GM_INVOICE_NUMBER_COMPLETE>")},
-        {QStringLiteral("buchungs_text_gebuehr"),
-         QStringLiteral("Gebühr-<ORDER_NUMBER>-<COMPANY><,><NAME>")},
-        {QStringLiteral("gm_buchungs_text_gebuehr"),
-         QStringLiteral("Gebühr-<GM_INVOICE_NUMBER_COMPLETE>")},
-        {QStringLiteral("buchungs_text_versand"),
-         QStringLiteral("Versand-<ORDER_NUMBER>-<COMPANY><,><NAME>")},
-        {QStringLiteral("gm_buchungs_text_versand"),
-         QStringLiteral("Versand-<GM_INVOICE_NUMBER_COMPLETE>")},
         {QStringLiteral("paypal_use"), true},
         {QStringLiteral("woocommerce_use"), true},
         {QStringLiteral("customers_create"), 0},
@@ -57,6 +46,9 @@ QMap<QString, QVariant> savedOptions(const QString& shopUrl, const QString& pdfF
         {QStringLiteral("kostenstelle2"), selected(QString())},
         {QStringLiteral("skr"), selected(3)},
     };
+    for (const auto& [key, text] : payment_import::DefaultFormBuchungsTexte)
+        options.insert(key, text);
+    return options;
 }
 
 // Returns false, with the reason on standard error, if the secret store refuses.
