@@ -1,5 +1,7 @@
 #include "form/model/info.h"
 
+#include <QDebug>
+
 namespace mod_form_qt {
 
 namespace {
@@ -59,6 +61,42 @@ bool INFO::isVariantMap(const QVariant& value)
 bool INFO::isQVariantListType(const QVariant& value)
 {
     return value.typeId() == QMetaType::QVariantList;
+}
+
+bool INFO::isWidgetInfo(const QVariant& value)
+{
+    return value.metaType() == QMetaType::fromType<WIDGET_INFO>();
+}
+
+qint32 INFO::varToInt32(const QVariant& value)
+{
+    return pointee(value).toInt();
+}
+
+quint32 INFO::varToUInt32(const QVariant& value)
+{
+    return pointee(value).toUInt();
+}
+
+qint64 INFO::varToInt64(const QVariant& value)
+{
+    return pointee(value).toLongLong();
+}
+
+quint64 INFO::varToUInt64(const QVariant& value)
+{
+    return pointee(value).toULongLong();
+}
+
+void INFO::debugVariantAsListData(const QVariant& value)
+{
+    const T_LISTDATA* items = listOf(pointee(value));
+    if (items == nullptr) {
+        qDebug() << "no list data";
+        return;
+    }
+    for (const auto& [text, selected, data, roles] : *items)
+        qDebug() << text << selected << data;
 }
 
 QVariant INFO::getSelectedListValue(const T_LISTDATA& list)

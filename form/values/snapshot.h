@@ -1,0 +1,59 @@
+#pragma once
+
+#include "form/model/info.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace mod_form_qt {
+
+/// Remembers the state of a form's data, so that it can be put back. Holds plain pointers: what is
+/// tracked has to outlive it.
+class SNAP_SHOT_MANAGER
+{
+public:
+    SNAP_SHOT_MANAGER() = default;
+    explicit SNAP_SHOT_MANAGER(QMap<QString, QVariant>* map);
+    /// Restores if auto restore is on.
+    ~SNAP_SHOT_MANAGER();
+    Q_DISABLE_COPY_MOVE(SNAP_SHOT_MANAGER)
+
+    void setVarMap(QMap<QString, QVariant>* map);
+    void enableAutoRestore(bool on);
+    /// Tracks a variable outside the map; null is ignored.
+    void trackVariant(QVariant* variable);
+    /// Tracks what the value points at; a value that holds no pointer to a variant is ignored.
+    void trackWrappedVariant(const QVariant& value);
+    /// Tracks list data outside the map; null is ignored.
+    void trackList(T_LISTDATA* list);
+    /// Tracks what the value points at; a value that holds no pointer to list data is ignored.
+    void trackWrappedList(const QVariant& value);
+
+    /// Remembers the map and everything tracked by now, in place of what was remembered before.
+    void snapshot();
+
+    bool hasSnapshot() const { return m_hasSnapshot; }
+
+    /// Puts everything back, as often as wanted, and turns auto restore off. Without a snapshot it
+    /// has no effect.
+    void restore();
+    /// Forgets what is tracked and remembered and turns auto restore off.
+    void clear();
+
+    /// Tracks the map and the variables of the rows, in place of what was tracked before, and
+    /// remembers them.
+    void fromData(QMap<QString, QVariant>* data, const QList<INFO>& rows);
+
+private:
+    QMap<QString, QVariant>* m_map = nullptr;
+    std::vector<QVariant*> m_variants;
+    std::vector<T_LISTDATA*> m_lists;
+    std::optional<QMap<QString, QVariant>> m_savedMap;
+    std::vector<std::pair<QVariant*, QVariant>> m_savedVariants;
+    std::vector<std::pair<T_LISTDATA*, T_LISTDATA>> m_savedLists;
+    bool m_hasSnapshot = false;
+    bool m_autoRestore = false;
+};
+
+} // namespace mod_form_qt
