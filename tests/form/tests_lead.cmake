@@ -1,0 +1,6 @@
+form_test(tst_rows)
+form_test(tst_layout_rows)
+form_test(tst_grid_rows)
+form_test(tst_guide)
+form_test(tst_row_attributes)
+form_test(tst_row_options)

@@ -1,0 +1,445 @@
+// The examples of the guide, compiled and run. What stands between the markers is what the guide
+// shows; a test compares the two.
+
+#include "form/mod_form_qt.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+#include <optional>
+
+namespace {
+
+void pressOkIn(QDialog* dialog)
+{
+    auto* ok = dialog->findChild<QPushButton*>(mod_form_qt::INFO::objectOKButtonName);
+    QTest::mouseClick(ok, Qt::LeftButton);
+}
+
+/// Answers the next modal dialog once it is shown.
+template <typename Answer>
+void answer(Answer answer)
+{
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, answer] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || !dialog->isVisible())
+            return;
+        timer->deleteLater();
+        timer->stop();
+        answer(dialog);
+    });
+    timer->start(1);
+}
+
+//! [first_form]
+QString askForName(QWidget* parent)
+{
+    using namespace mod_form_qt;
+    QMap<QString, QVariant> map;
+    QList<INFO> rows = {
+        INFO(E_LINEEDIT, A_MANDATORY, "Name:", "Muster", "name"),
+    };
+    rows += INFO::layoutOkHelpCancel();
+    const INFO::Result result =
+        INFO::createAndExecDialog(parent, "Wer sind Sie?", rows, {}, {}, &map);
+    return result.code ? map.value("name").toString() : QString();
+}
+
+//! [first_form]
+
+//! [attributes]
+QList<mod_form_qt::INFO> signIn()
+{
+    using namespace mod_form_qt;
+    return {
+        INFO(E_LAYOUT_GRID, A_GROUP | A_LAYOUT_MARGINS_8, "Anmeldung"),
+        INFO(E_LINEEDIT, A_MANDATORY | A_H_EXPAND, "Benutzer:", {}, "user"),
+        INFO(E_GRID_NEXT_ROW),
+        INFO(E_LINEEDIT, A_MANDATORY | A_PWD, "Passwort:", {}, "password"),
+        INFO(E_LAYOUT_END),
+    };
+}
+
+//! [attributes]
+
+//! [options]
+QList<mod_form_qt::INFO> price()
+{
+    using namespace mod_form_qt;
+    using Option = INFO::Option;
+    const QVariantMap options = {
+        {Option::titleKey, "Preis:"},
+        {Option::spinBoxKey, true},
+        {Option::minKey, 0},
+        {Option::suffixKey, " EUR"},
+        // Only for the number, not for its label.
+        {Option::buildKey(Option::minWidthKey, E_NUMBER), 120},
+    };
+    return {
+        INFO(E_NUMBER, {}, options, 9.99, "price"),
+        // Options may also stand in the title, and further texts behind a semicolon.
+        INFO(E_BROWSE_FOLDER, {}, "Ordner{{currentdir}{/tmp}}:;Suchen...", "/tmp", "folder"),
+    };
+}
+
+//! [options]
+
+//! [callbacks]
+QList<mod_form_qt::INFO> withCallbacks(QStringList& log)
+{
+    using namespace mod_form_qt;
+    const auto note = [&log](const CallbackContext& event) {
+        log << callbackTypeNames.value(event.type) + " " + event.row.key;
+        return 1;
+    };
+    return {
+        INFO(E_LINEEDIT, {}, "Text:", {}, "text", note),
+        INFO(E_BUTTON, {}, "Los", {}, "go", note),
+    };
+}
+
+//! [callbacks]
+
+//! [refusal]
+mod_form_qt::INFO onlyEven()
+{
+    using namespace mod_form_qt;
+    const auto even = [](const CallbackContext& event) {
+        if (event.type != kBeforeDataChanged)
+            return 1;
+        const int number = event.value.toInt();
+        if (number > 100)
+            *event.result = 100; // another value is stored and shown
+        return number % 2 == 0 ? 1 : 0; // 0 refuses: the old value comes back
+    };
+    const QVariantMap spinBox = {{INFO::Option::spinBoxKey, true}};
+    return INFO(E_NUMBER, A_USE_BEFORE_EVENT | A_IMMEDIATE_DATA_UPDATE, spinBox, 2, "even", even);
+}
+
+//! [refusal]
+
+//! [binding]
+struct Settings
+{
+    QVariant url = "https://shop.example";
+    mod_form_qt::T_LISTDATA colours = {{"Rot", true, "red", {}}, {"Blau", false, "blue", {}}};
+};
+
+QList<mod_form_qt::INFO> bound(Settings& settings)
+{
+    using namespace mod_form_qt;
+    return {
+        INFO(E_LINEEDIT, {}, "Adresse:", &settings.url, "url"),
+        INFO(E_COMBOBOX, {}, "Farbe:", &settings.colours, "colour"),
+    };
+}
+
+//! [binding]
+
+//! [lists]
+QVariant favourite(const QMap<QString, QVariant>& map)
+{
+    using namespace mod_form_qt;
+    // In the map stands list data; what is selected in it:
+    const QVariantList all = INFO::getBaseValue(&map, "fruit").toList();
+    return all.isEmpty() ? QVariant() : all.first();
+}
+
+QList<mod_form_qt::INFO> fruit()
+{
+    using namespace mod_form_qt;
+    const T_LISTDATA items = {{"Apfel", false, 1, {}}, {"Birne", true, 2, {}}};
+    return {INFO(E_LISTBOX, A_MULTISEL | A_SORTED, "Obst:", items, "fruit")};
+}
+
+//! [lists]
+
+//! [validation]
+QList<mod_form_qt::INFO> checked()
+{
+    using namespace mod_form_qt;
+    using Option = INFO::Option;
+    return {
+        INFO(E_LINEEDIT, A_MANDATORY,
+             QVariantMap {{Option::titleKey, "PLZ:"}, {Option::regexPatternKey, "^[0-9]{5}$"}}, {},
+             "zip"),
+        INFO(E_BROWSE_FILE_OPEN, A_FILE_MUST_EXIST, "Datei:", {}, "file"),
+        INFO(E_OK_BUTTON),
+    };
+}
+
+//! [validation]
+
+//! [snapshot]
+void changeAndPutBack(QMap<QString, QVariant>& map, QVariant& outside)
+{
+    using namespace mod_form_qt;
+    SNAP_SHOT_MANAGER before(&map);
+    before.trackVariant(&outside);
+    before.snapshot();
+
+    map["name"] = "neu";
+    outside = "neu";
+
+    before.restore();
+}
+
+//! [snapshot]
+
+//! [dialog]
+class NameDialog : public mod_form_qt::DialogBase
+{
+public:
+    explicit NameDialog(QMap<QString, QVariant>& map)
+    {
+        using namespace mod_form_qt;
+        QList<INFO> rows = {INFO(E_LINEEDIT, {}, "Name:", {}, "name")};
+        rows += INFO::layoutOkHelpCancel();
+        applyLayout(true, "Name", rows, {}, {}, &map);
+    }
+
+protected:
+    int onAccept(const mod_form_qt::CallbackContext& /*event*/) override
+    {
+        return lineEditByKey("name")->text() == "nein" ? 0 : 1; // 0 keeps it open
+    }
+};
+
+//! [dialog]
+
+//! [embedding]
+void embed(QWidget* page, QMap<QString, QVariant>& map)
+{
+    using namespace mod_form_qt;
+    INFO::applyLayout(page, true, QString(), signIn(), {}, {}, &map);
+    // Later, from code; true would also tell the callbacks.
+    INFO::setData(&map, "user", "muster", false);
+    INFO::lineEditByKey(&map, "password")->setFocus();
+}
+
+//! [embedding]
+
+QString fileText(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// The examples of this file by name.
+QMap<QString, QString> compiledExamples()
+{
+    QMap<QString, QString> examples;
+    const QStringList parts = fileText(QFINDTESTDATA("tst_guide.cpp")).split("//! [");
+    for (qsizetype i = 1; i + 1 < parts.size(); i += 2) {
+        const qsizetype end = parts.at(i).indexOf("]\n");
+        examples.insert(parts.at(i).left(end), parts.at(i).mid(end + 2).trimmed());
+    }
+    return examples;
+}
+
+/// The examples of the guide by name.
+QMap<QString, QString> shownExamples()
+{
+    QMap<QString, QString> examples;
+    static const QRegularExpression block("<!-- example: (\\w+) -->\\s*```cpp\n(.*?)```",
+                                          QRegularExpression::DotMatchesEverythingOption);
+    const QString guide = fileText(QFINDTESTDATA("../../form/README.md"));
+    for (auto match = block.globalMatch(guide); match.hasNext();) {
+        const QRegularExpressionMatch found = match.next();
+        examples.insert(found.captured(1), found.captured(2).trimmed());
+    }
+    return examples;
+}
+
+} // namespace
+
+using namespace mod_form_qt;
+
+class tst_guide : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theGuideShowsWhatIsCompiled_data();
+    void theGuideShowsWhatIsCompiled();
+    void allCodeOfTheGuideIsCompiled();
+    void aFirstForm();
+    void attributesSayWhatARowLooksLike();
+    void optionsSayWhatItAccepts();
+    void callbacksArriveInTheirOrder();
+    void aRefusalBringsTheOldValueBack();
+    void boundRowsWriteThroughTheirPointers();
+    void listsGiveTheirSelection();
+    void validationKeepsTheFormOpen();
+    void aSnapshotPutsEverythingBack();
+    void aDialogOfItsOwnClass();
+    void aFormInAPage();
+};
+
+void tst_guide::theGuideShowsWhatIsCompiled_data()
+{
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("compiled");
+    const QMap<QString, QString> shown = shownExamples();
+    const QMap<QString, QString> compiled = compiledExamples();
+    QVERIFY(compiled.size() >= 11);
+    for (auto example = compiled.begin(); example != compiled.end(); ++example)
+        QTest::newRow(qPrintable(example.key())) << shown.value(example.key()) << example.value();
+}
+
+void tst_guide::theGuideShowsWhatIsCompiled()
+{
+    QFETCH(QString, shown);
+    QFETCH(QString, compiled);
+    QCOMPARE(shown, compiled);
+}
+
+void tst_guide::allCodeOfTheGuideIsCompiled()
+{
+    const QString guide = fileText(QFINDTESTDATA("../../form/README.md"));
+    QCOMPARE(guide.count("```cpp"), shownExamples().size());
+    QCOMPARE(shownExamples().keys(), compiledExamples().keys());
+}
+
+void tst_guide::aFirstForm()
+{
+    answer([](QDialog* dialog) {
+        auto* name = dialog->findChild<QLineEdit*>("name");
+        QTest::keyClicks(name, "mann");
+        pressOkIn(dialog);
+    });
+    QCOMPARE(askForName(nullptr), "Mustermann");
+
+    answer([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    QCOMPARE(askForName(nullptr), "");
+}
+
+void tst_guide::attributesSayWhatARowLooksLike()
+{
+    QWidget window;
+    QMap<QString, QVariant> map;
+    INFO::applyLayout(&window, true, QString(), signIn(), {}, {}, &map);
+    QCOMPARE(INFO::lineEditByKey(&map, "password")->echoMode(), QLineEdit::Password);
+    QVERIFY(INFO::labelByKey(&map, "user")->text().endsWith(INFO::mandatoryTextRight));
+    QCOMPARE(window.findChild<QGroupBox*>()->title(), "Anmeldung");
+}
+
+void tst_guide::optionsSayWhatItAccepts()
+{
+    QWidget window;
+    QMap<QString, QVariant> map;
+    INFO::applyLayout(&window, true, QString(), price(), {}, {}, &map);
+    auto* box = INFO::doubleSpinBoxByKey(&map, "price");
+    QCOMPARE(box->suffix(), " EUR");
+    QCOMPARE(box->minimum(), 0.0);
+    QCOMPARE(box->minimumWidth(), 120);
+    QCOMPARE(INFO::labelByKey(&map, "price")->minimumWidth(), 0);
+    QCOMPARE(INFO::labelByKey(&map, "folder")->text(), "Ordner:");
+    QCOMPARE(INFO::pushButtonByKey(&map, "folder")->text(), "Suchen...");
+}
+
+void tst_guide::callbacksArriveInTheirOrder()
+{
+    QStringList log;
+    QWidget window;
+    QMap<QString, QVariant> map;
+    INFO::applyLayout(&window, true, QString(), withCallbacks(log), {}, {}, &map);
+    window.show();
+    QTest::keyClicks(INFO::lineEditByKey(&map, "text"), "ab");
+    QTest::mouseClick(INFO::pushButtonByKey(&map, "go"), Qt::LeftButton);
+    QCOMPARE(log,
+             (QStringList {"kAfterDataChanged text", "kAfterDataChanged text", "kAfterAction go"}));
+}
+
+void tst_guide::aRefusalBringsTheOldValueBack()
+{
+    QWidget window;
+    QMap<QString, QVariant> map;
+    INFO::applyLayout(&window, true, QString(), {onlyEven()}, {}, {}, &map);
+    window.show();
+    auto* box = INFO::spinBoxByKey(&map, "even");
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_Up);
+    QCOMPARE(box->value(), 2);
+    QCOMPARE(map.value("even"), 2);
+    box->selectAll();
+    QTest::keyClicks(box, "402");
+    QTRY_COMPARE(map.value("even"), 100);
+    QCOMPARE(box->value(), 100);
+}
+
+void tst_guide::boundRowsWriteThroughTheirPointers()
+{
+    Settings settings;
+    QMap<QString, QVariant> map;
+    QWidget window;
+    INFO::applyLayout(&window, true, QString(), bound(settings), {}, {}, &map);
+    window.show();
+    QTest::keyClicks(INFO::lineEditByKey(&map, "url"), "/a");
+    QCOMPARE(settings.url, "https://shop.example/a");
+    QTest::keyClick(INFO::comboBoxByKey(&map, "colour"), Qt::Key_Down);
+    QCOMPARE(INFO::getSelectedListValue(settings.colours), "blue");
+}
+
+void tst_guide::listsGiveTheirSelection()
+{
+    QWidget window;
+    QMap<QString, QVariant> map;
+    INFO::applyLayout(&window, true, QString(), fruit(), {}, {}, &map);
+    QCOMPARE(favourite(map), 2);
+}
+
+void tst_guide::validationKeepsTheFormOpen()
+{
+    QStringList messages;
+    answer([&messages](QDialog* dialog) {
+        answer([&messages](QDialog* box) {
+            messages << qobject_cast<QMessageBox*>(box)->text();
+            box->accept();
+        });
+        pressOkIn(dialog);
+        QVERIFY(dialog->isVisible());
+        dialog->reject();
+    });
+    QMap<QString, QVariant> map;
+    INFO::createAndExecDialog(nullptr, "Prüfung", checked(), {}, {}, &map);
+    QCOMPARE(messages,
+             (QStringList {"Feld 'PLZ:': Es muss ein Wert eingetragen oder ausgewählt werden."}));
+}
+
+void tst_guide::aSnapshotPutsEverythingBack()
+{
+    QMap<QString, QVariant> map = {{"name", "alt"}};
+    QVariant outside = "alt";
+    changeAndPutBack(map, outside);
+    QCOMPARE(map.value("name"), "alt");
+    QCOMPARE(outside, "alt");
+}
+
+void tst_guide::aDialogOfItsOwnClass()
+{
+    QMap<QString, QVariant> map;
+    NameDialog dialog(map);
+    dialog.show();
+    auto* name = dialog.lineEditByKey("name");
+    QTest::keyClicks(name, "nein");
+    pressOkIn(&dialog);
+    QVERIFY(dialog.isVisible());
+    QTest::keyClicks(name, "!");
+    pressOkIn(&dialog);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+}
+
+void tst_guide::aFormInAPage()
+{
+    QWidget page;
+    QMap<QString, QVariant> map;
+    embed(&page, map);
+    QCOMPARE(INFO::lineEditByKey(&map, "user")->text(), "muster");
+    QCOMPARE(map.value("user"), "muster");
+}
+
+QTEST_MAIN(tst_guide)
+#include "tst_guide.moc"
