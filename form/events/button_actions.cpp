@@ -84,7 +84,8 @@ bool shutForm(const Click& click)
 QLineEdit* pathEdit(const Click& click)
 {
     const QList<QPointer<QWidget>> widgets =
-        WIDGET_INFO::widgets(click.row->map(), WIDGET_INFO::paramName(click.button.data())).widgets();
+        WIDGET_INFO::widgets(click.row->map(), WIDGET_INFO::paramName(click.button.data()))
+            .widgets();
     const auto index = widgets.indexOf(QPointer<QWidget>(click.button));
     if (index < 1 || WIDGET_INFO::typeExt(widgets.at(index - 1)) != click.row->row.eleType)
         return nullptr;

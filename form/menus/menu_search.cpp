@@ -31,7 +31,7 @@ std::pair<MenuEntry, QString> entryOf(QAction* action)
     return {QPointer<QAction>(action), QStringLiteral("action")};
 }
 
-void walk(QMenu* menu, int level, std::vector<PlacedEntry>& out) // NOLINT(misc-no-recursion)
+void walk(QMenu* menu, int level, std::vector<PlacedEntry>& out)
 {
     if (level == 0) {
         log(level, menu->title(), QStringLiteral("top-menu"));

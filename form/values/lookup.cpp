@@ -36,7 +36,7 @@ WIDGET_INFO rowOfVariable(const QMap<QString, QVariant>* map, const void* variab
     for (auto entry = map->cbegin(); entry != map->cend(); ++entry) {
         if (targetOf(*entry) != variable)
             continue;
-        const WIDGET_INFO row = WIDGET_INFO::widgets(map, entry.key());
+        WIDGET_INFO row = WIDGET_INFO::widgets(map, entry.key());
         if (!row.empty())
             return row;
     }
@@ -46,7 +46,7 @@ WIDGET_INFO rowOfVariable(const QMap<QString, QVariant>* map, const void* variab
          entry != map->cend() && entry.key().startsWith(prefix); ++entry) {
         if (!INFO::isWidgetInfo(*entry))
             continue;
-        const auto row = entry->value<WIDGET_INFO>();
+        auto row = entry->value<WIDGET_INFO>();
         if (targetOf(boundPointer(row)) == variable)
             return row;
     }
@@ -57,8 +57,10 @@ WIDGET_INFO rowOfVariable(const QMap<QString, QVariant>* map, const void* variab
 
 WIDGET_INFO INFO::boundRow(const QMap<QString, QVariant>* map, const QVariant& variable)
 {
-    const WIDGET_INFO row = rowOfVariable(map, &variable);
-    return row.empty() ? rowOfVariable(map, targetOf(variable)) : row;
+    WIDGET_INFO row = rowOfVariable(map, &variable);
+    if (row.empty())
+        row = rowOfVariable(map, targetOf(variable));
+    return row;
 }
 
 WIDGET_INFO INFO::boundRow(const QMap<QString, QVariant>* map, const T_LISTDATA& variable)

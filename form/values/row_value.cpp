@@ -101,9 +101,9 @@ QString nextAutomaticKey()
 QVariant boundPointer(const WIDGET_INFO& row)
 {
     // From the back, where the inputs are; the first is mostly a label.
-    const QList<QPointer<QWidget>>& widgets = row.widgets();
-    for (auto widget = widgets.crbegin(); widget != widgets.crend(); ++widget) {
-        QVariant bound = *widget ? (*widget)->property(boundPropertyKey) : QVariant();
+    for (auto index = int(row.size()) - 1; index >= 0; --index) {
+        const QPointer<QWidget> widget = row.widgetAt(index);
+        QVariant bound = widget ? widget->property(boundPropertyKey) : QVariant();
         if (bound.isValid())
             return bound;
     }

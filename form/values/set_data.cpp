@@ -367,7 +367,9 @@ int INFO::setData(QMap<QString, QVariant>* map, const QMap<QString, QVariant>& v
 {
     if (map == nullptr)
         return 0;
-    const QMap<QString, QVariant> kept = values; // they may be the map itself
+    // The values may be those of the map itself.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const QMap<QString, QVariant> kept = values;
     Pending pending;
     int taken = 0;
     for (auto entry = kept.cbegin(); entry != kept.cend(); ++entry) {

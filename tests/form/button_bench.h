@@ -1,0 +1,75 @@
+#pragma once
+
+#include "event_bench.h"
+
+/// Answers the next dialog of class T as soon as it is there.
+template <typename T>
+class Answer : public QObject
+{
+public:
+    explicit Answer(std::function<void(T*)> answer)
+        : m_answer(std::move(answer))
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, this, [this] { look(); });
+        m_timer.start(5);
+    }
+
+    int answered = 0;
+
+private:
+    void look()
+    {
+        auto* dialog = qobject_cast<T*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || answered > 0)
+            return;
+        ++answered;
+        m_answer(dialog);
+    }
+
+    std::function<void(T*)> m_answer;
+    QTimer m_timer;
+};
+
+inline void rejectDialog(QDialog* dialog)
+{
+    dialog->reject();
+}
+
+/// A row of one button, wired.
+inline QPushButton* wiredButton(EventBench& bench, int eleType,
+                                const mod_form_qt::DataVariant& data = {},
+                                const std::bitset<256>& attr = mod_form_qt::A_NONE,
+                                const char* key = "value", const QVariant& options = {})
+{
+    auto* button = new QPushButton("Knopf");
+    bench.wire(mod_form_qt::INFO(eleType, attr, {}, data, key), {{button, mod_form_qt::E_BUTTON}},
+               options);
+    return button;
+}
+
+/// A path row: label, line edit and button.
+struct PathRow
+{
+    QLineEdit* edit;
+    QPushButton* button = new QPushButton("Ändern...");
+
+    PathRow(EventBench& bench, int eleType, const QString& path,
+            const std::bitset<256>& attr = mod_form_qt::A_NONE, const QVariant& options = {},
+            const char* key = "path")
+        : edit(new QLineEdit(path))
+    {
+        bench.wire(mod_form_qt::INFO(eleType, attr, {}, QVariant(path), key),
+                   {{new QLabel("Pfad"), mod_form_qt::E_LABEL},
+                    {edit, mod_form_qt::E_LINEEDIT},
+                    {button, mod_form_qt::E_BUTTON}},
+                   options);
+        bench.show();
+    }
+
+    void click() const { QTest::mouseClick(button, Qt::LeftButton); }
+};
+
+inline void click(QPushButton* button)
+{
+    QTest::mouseClick(button, Qt::LeftButton);
+}

@@ -1,0 +1,8 @@
+form_test(tst_closing)
+form_test(tst_dialog_base)
+form_test(tst_dialog_form)
+form_test(tst_form_store)
+form_test(tst_menu_search)
+form_test(tst_restore_run)
+form_test(tst_run_window)
+form_test(tst_status_tips)

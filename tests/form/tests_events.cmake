@@ -1,0 +1,8 @@
+form_test(tst_button_actions)
+form_test(tst_callbacks)
+form_test(tst_change_flow)
+form_test(tst_change_flow_lists)
+form_test(tst_connect)
+form_test(tst_connect_others)
+form_test(tst_path_buttons)
+form_test(tst_validator)

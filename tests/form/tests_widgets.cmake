@@ -1,0 +1,6 @@
+form_test(tst_check_combo_box)
+form_test(tst_flow_layout)
+form_test(tst_form_context)
+form_test(tst_small_widgets)
+form_test(tst_wheel_guard)
+form_test(tst_widget_attr)
