@@ -36,6 +36,21 @@ QString standardKey(int eleType)
     }
 }
 
+/// A number that was saved as a text comes back as the type that its row had before.
+void keepNumberType(PreparedRow& row, const QVariant& before, QMap<QString, QVariant>* map)
+{
+    const QMetaType type = before.metaType();
+    RowValue stored(row.row, map);
+    QVariant now = stored.exists() ? stored.read() : row.row.data;
+    const bool wasNumber = before.canConvert<double>() && before.typeId() != QMetaType::QString;
+    if (!wasNumber || now.typeId() != QMetaType::QString || row.option.metaType().isValid()
+        || !now.convert(type))
+        return;
+    stored.write(now);
+    if (!INFO::isVariantPtr(row.row.data))
+        row.row.data = now;
+}
+
 bool makesNothing(const INFO& row)
 {
     return row.eleType == 0 || row.eleType == E_INSERT_POINT || row.eleType == E_DATA;
@@ -51,6 +66,7 @@ FormBuilder::FormBuilder(QWidget* parent, INFO::MainFlags flags, Qt::WindowFlags
 {
     m_context.form = std::make_shared<FormContext>();
     FormContext& form = *m_context.form;
+    form.stands = false;
     form.mainRow = mainRow;
     form.flags = withOneRunMode(flags);
     form.owner = map ? QSharedPointer<QMap<QString, QVariant>>(map, [](auto*) {})
@@ -82,7 +98,8 @@ void FormBuilder::takeRows(const QList<INFO>& rows)
     WIDGET_INFO::clean(map);
     INFO::cleanupPointerEntries(map);
     if (!m_context.form->flags.testFlag(MF_NO_SNAPSHOT))
-        m_snapshot.fromData(map, m_rows);
+        takeFormSnapshot(m_snapshot, map, m_rows,
+                         m_context.form->flags.testFlag(MF_USE_MAP_VALUES));
     collectData();
 }
 
@@ -98,7 +115,7 @@ void FormBuilder::collectData()
             continue;
         if (!row.key.isEmpty() && (all || isBitSet(row.attr, A_USE_MAP_VALUE)))
             form.saveKeys.second.insert(row.key);
-        if (row.eleType == E_DATA)
+        if (row.eleType == E_DATA && !row.key.isEmpty())
             form.map->insert(row.key, row.data);
     }
     if (m_keys)
@@ -136,7 +153,18 @@ void FormBuilder::makeWindow()
                          QVariant::fromValue(QPointer<QObject>(form.mainWidget)));
     }
     loadValues();
+    makeFilter();
     openOutermost();
+}
+
+void FormBuilder::makeFilter()
+{
+    const FormContext& form = *m_context.form;
+    if (form.mainWidget == nullptr)
+        return;
+    m_filter = new INFO::UserEventFilter(form.mainWidget);
+    m_context.form->life = m_filter;
+    m_context.timerOwner = m_filter;
 }
 
 void FormBuilder::loadValues()
@@ -158,6 +186,16 @@ void FormBuilder::loadValues()
             return !INFO::isTempKeyName(entry.key()) && !kept.contains(entry.key());
         });
     }
+    // The variables that such rows are bound to get what was loaded; all others when they are
+    // built.
+    for (INFO row : std::as_const(m_rows)) {
+        const bool bound = INFO::isVariantPtr(row.data) || INFO::isListDataPtr(row.data);
+        if (row.eleType != E_DATA || !bound || !loaded.contains(row.key))
+            continue;
+        form.map->insert(row.key, loaded.take(row.key));
+        bindRow(row, form.map, false, m_context.loadedKeys);
+        m_boundRows.append(row);
+    }
     form.map->insert(loaded);
 }
 
@@ -177,7 +215,10 @@ void FormBuilder::openOutermost()
     if (m_context.form->flags.testFlag(MF_NO_MARGINS))
         layout->setContentsMargins(0, 0, 0, 0);
     m_context.outermost = layout;
-    m_context.layouts.push_back({layout, contentWidget(), {}, nullptr, false, {}});
+    OpenLayout open;
+    open.layout = layout;
+    open.container = contentWidget();
+    m_context.layouts.push_back(open);
 }
 
 void FormBuilder::addRow(const INFO& row)
@@ -193,8 +234,11 @@ void FormBuilder::addRow(const INFO& row)
         return;
     }
     PreparedRow ready = prepareRow(row, m_context.defaults);
+    const QVariant before = row.eleType == E_NUMBER ? INFO::getBaseValue(row.data) : QVariant();
     bindRow(ready.row, m_context.map(), m_context.form->flags.testFlag(MF_USE_MAP_VALUES),
             m_context.loadedKeys);
+    if (before.isValid())
+        keepNumberType(ready, before, m_context.map());
     if (INFO::isVariantPtr(ready.row.data) || INFO::isListDataPtr(ready.row.data))
         m_boundRows.append(ready.row);
     // After binding: a key that is given by the engine gets no value of its own.
@@ -227,11 +271,29 @@ void FormBuilder::finish()
     timerRow.callback = {}; // as the main row's it runs in any case
     m_context.addTimers(INFO::Option::ofParam(form.mainRow.param).value(INFO::Option::timerKey),
                         timerRow);
-    if (form.mainWidget) {
-        auto* filter = new INFO::UserEventFilter(form.mainWidget);
-        filter->setForm(m_context.form);
-        form.mainWidget->installEventFilter(filter);
+    if (m_filter) {
+        m_filter->setForm(m_context.form);
+        form.mainWidget->installEventFilter(m_filter);
     }
+}
+
+/// A form that is installed on a widget takes the place of an earlier one, with its handlers.
+void FormBuilder::replaceOldForm() const
+{
+    constexpr const char* filterPropertyKey = "mod_form_qt_filter";
+    QWidget* const main = m_context.form->mainWidget;
+    const auto old = main->property(filterPropertyKey).value<QPointer<QObject>>();
+    if (auto* filter = dynamic_cast<INFO::UserEventFilter*>(old.data())) {
+        main->removeEventFilter(filter);
+        filter->setForm(nullptr);
+        for (QTimer* timer : filter->findChildren<QTimer*>())
+            timer->stop();
+        filter->deleteLater(); // it may be the one that is calling
+    }
+    main->setProperty(filterPropertyKey, QVariant::fromValue(QPointer<QObject>(m_filter)));
+    // A widget has one layout. The old one goes with what is in it.
+    if (main->layout() && !qobject_cast<QMainWindow*>(main))
+        QWidget().setLayout(main->layout());
 }
 
 void FormBuilder::installLayout()
@@ -254,13 +316,11 @@ void FormBuilder::installLayout()
     if (!installs() || form.mainWidget == nullptr)
         return;
 
+    replaceOldForm();
     QWidget* target = form.mainWidget;
     if (auto* window = qobject_cast<QMainWindow*>(target)) {
         target = form.flags.testFlag(MF_SCROLLAREA) ? new QWidget(window) : m_content;
         window->setCentralWidget(target);
-    } else if (target->layout()) {
-        // A widget has one layout. The old one goes with what is in it.
-        QWidget().setLayout(target->layout());
     }
     target->setLayout(layout);
 }
@@ -307,8 +367,10 @@ void FormBuilder::groupActions() const
 void FormBuilder::fitGroupBoxes() const
 {
     for (const QPointer<QGroupBox>& box : m_context.groupBoxes) {
-        if (box == nullptr || box->title().isEmpty())
+        const bool shrinks = box && WIDGET_INFO::isBitSet(box.data(), A_H_ALLOW_SHRINK);
+        if (box == nullptr || box->title().isEmpty() || shrinks)
             continue;
+        box->ensurePolished(); // a bold title is wider
         const QStyle* style = box->style();
         int title = box->fontMetrics().horizontalAdvance(box->title());
         if (box->isCheckable())
@@ -317,7 +379,9 @@ void FormBuilder::fitGroupBoxes() const
         const int around = 2
             * (style->pixelMetric(QStyle::PM_DefaultFrameWidth)
                + style->pixelMetric(QStyle::PM_LayoutLeftMargin));
-        box->setMinimumWidth(std::max(title, box->layout()->minimumSize().width()) + around);
+        const int fitting = std::max(title, box->layout()->minimumSize().width()) + around;
+        // Sizes that the row asks for hold.
+        box->setMinimumWidth(std::min(std::max(fitting, box->minimumWidth()), box->maximumWidth()));
     }
 }
 
@@ -325,8 +389,10 @@ INFO::Result FormBuilder::run()
 {
     // The form may be gone when its window has run; what is needed then is held here.
     const std::shared_ptr<FormContext> form = m_context.form;
-    if (form->mainWidget)
+    const bool hadWindow = form->mainWidget != nullptr;
+    if (hadWindow)
         prepareWindow(*form, m_result);
+    form->stands = true;
     ExecCallBack(form->mainRow.callback, form->mainWidget, form->mainWidget, QVariant(), kInit,
                  form->mainRow, form->map, nullptr, nullptr);
     for (const auto& [object, immediate, onlyValid] : m_context.pendingEmits) {
@@ -340,9 +406,11 @@ INFO::Result FormBuilder::run()
     const bool ran = form->flags.testFlag(MF_EXEC);
     if (form->mainWidget)
         m_result.code = runWindow(*form);
+    else if (hadWindow)
+        m_result.code = 0; // a callback has deleted it
     if (ran && m_result.code == 0)
         m_snapshot.restore();
-    else if (ran)
+    else if (ran && m_result.code > 0)
         keepAccepted(form->map, m_boundRows, m_context.checkableActions);
     return m_result;
 }

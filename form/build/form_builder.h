@@ -30,7 +30,9 @@ private:
     void loadValues();
     QWidget* contentWidget();
     void openOutermost();
+    void makeFilter();
     void installLayout();
+    void replaceOldForm() const;
     void finishTabs();
     void groupActions() const;
     void fitGroupBoxes() const;
@@ -44,6 +46,7 @@ private:
     SNAP_SHOT_MANAGER m_snapshot;
     BuildContext m_context;
     QWidget* m_content = nullptr; // holds the rows, if it is not the main widget itself
+    INFO::UserEventFilter* m_filter = nullptr;
     INFO::Result m_result;
 };
 

@@ -51,8 +51,13 @@ INFO labelFor(const INFO& row, const QString& title)
     INFO label = row;
     label.eleType = E_LABEL;
     label.attr = ExtractLabelFlags(row.attr);
-    if (!INFO::isVariantMap(row.param))
+    if (INFO::isVariantMap(row.param)) {
+        QVariantMap options = row.param.toMap();
+        options.remove(INFO::Option::timerKey); // the row's own, or it would run twice
+        label.param = options;
+    } else {
         label.param = title;
+    }
     label.key.clear();
     label.data = QVariant();
     return label;

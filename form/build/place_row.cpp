@@ -57,7 +57,7 @@ void record(const PreparedRow& row, const BuiltRow& built, BuildContext& context
             attr |= A_SKIP_SETDATA;
         info.add(widget.widget, widget.type, label ? E_LABEL : row.row.eleType,
                  widget.pos >= 0 ? widget.pos : pos, row.row.key, attr, options,
-                 emits && !label ? &context.pendingEmits : nullptr);
+                 emits && !label && !widget.skipSetData ? &context.pendingEmits : nullptr);
         emits = emits && (label || widget.skipSetData);
         if (bound && !label)
             widget.widget->setProperty(boundPropertyKey, row.row.data);
@@ -111,21 +111,20 @@ bool isPlainButton(const RowWidget& widget)
 
 void setNames(const PreparedRow& row, const BuiltRow& built, BuildContext& context)
 {
-    const bool part = row.row.eleType == E_MULTICONFIG;
+    const bool mandatory = row.option.value(Option::mandatoryKey).toBool();
     const QString name = nameOf(row, context.top());
     for (const RowWidget& widget : built.widgets) {
         const auto* button = qobject_cast<QAbstractButton*>(widget.widget);
         const QString text = button ? button->text() : QString();
         // A button of its own is called what it says, one beside a field what the field is called.
-        if (row.plainTitle.isEmpty() && !text.isEmpty())
-            continue;
-        if (part && widget.placed && (button || widget.type == E_LABEL))
+        const bool alone = row.row.eleType != E_MULTICONFIG;
+        if (alone && row.plainTitle.isEmpty() && !text.isEmpty())
             continue;
         if (widget.widget->accessibleName().isEmpty())
             widget.widget->setAccessibleName(name);
         if (isLabelOf(widget, row))
             continue;
-        if (row.has(A_MANDATORY))
+        if (mandatory)
             widget.widget->setAccessibleDescription(INFO::tr("Pflichtfeld"));
         else if (button && isPlainButton(widget) && text != name)
             widget.widget->setAccessibleDescription(text);

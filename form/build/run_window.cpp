@@ -2,12 +2,14 @@
 
 #include "form/events/close_flow.h"
 #include "form/values/data.h"
+#include "form/values/trigger_emit.h"
 #include "form/widgets/helper_windows.h"
 
 #include <QApplication>
 #include <QDialog>
 #include <QEventLoop>
 #include <QMainWindow>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QThread>
 
@@ -93,7 +95,10 @@ private:
 
 int runMainWindow(QMainWindow* window, INFO::MainFlags flags)
 {
-    helper::MainWnd::exitCode = -1;
+    const QScopedValueRollback<bool> byUser(emitHelper::active, false);
+    // Its first callback may have closed it already.
+    if (!closingDecided(window))
+        helper::MainWnd::exitCode = -1;
     window->setWindowModality(Qt::ApplicationModal);
     window->show();
     // Inside another event loop the application's would return at once.
@@ -174,7 +179,11 @@ void prepareWindow(const FormContext& form, INFO::Result& result)
     }
     if (isFormWindow(window) && form.flags.testAnyFlags(runModes)) {
         if (form.flags.testFlag(MF_SHARED_DELETE_LATER))
-            result.window = QSharedPointer<QWidget>(window, &QObject::deleteLater);
+            result.window =
+                QSharedPointer<QWidget>(window, [guard = QPointer<QWidget>(window)](QWidget*) {
+                    if (guard) // its parent may have died first
+                        guard->deleteLater();
+                });
         else
             window->setAttribute(Qt::WA_DeleteOnClose);
     }
@@ -200,6 +209,8 @@ int execDialog(QDialog* dialog)
 {
     const QPointer<QDialog> guard = dialog;
     dialog->setProperty(executingPropertyKey, true);
+    // A window that a callback opens belongs to the user, whatever raised the callback.
+    const QScopedValueRollback<bool> byUser(emitHelper::active, false);
     const int code = dialog->exec();
     if (guard)
         guard->setProperty(executingPropertyKey, QVariant());

@@ -65,7 +65,7 @@ int DialogBase::applyLayoutAndStart(bool createLayout, const QVariant& title,
     // Of its own: the one that is made while the form is built ends before the dialog runs.
     SNAP_SHOT_MANAGER snapshot;
     if (!flags.testFlag(MF_NO_SNAPSHOT))
-        snapshot.fromData(map, rows);
+        takeFormSnapshot(snapshot, map, rows, flags.testFlag(MF_USE_MAP_VALUES));
     applyLayout(createLayout, title, rows, flags, windowFlags, map, keys, std::move(any), userData);
     const int code = execDialog(this);
     if (code == 0)
@@ -104,8 +104,17 @@ int DialogBase::processCallback(const CallbackContext&)
     return 1;
 }
 
+bool DialogBase::accepts(const CallbackContext& ctx)
+{
+    if (overridden<&DialogBase::onAccept>(this))
+        return onAccept(ctx) != 0;
+    return !overridden<&DialogBase::validateAndStore>(this) || validateAndStore(ctx) != 0;
+}
+
 int DialogBase::mainFunc(const CallbackContext& ctx)
 {
+    // What a subclass overrides may delete the dialog.
+    const QPointer<DialogBase> guard(this);
     switch (ctx.type) {
     case kInit:
         takeForm(ctx);
@@ -113,28 +122,28 @@ int DialogBase::mainFunc(const CallbackContext& ctx)
             setupWindow(ctx);
         return 1;
     case kAccept:
-        if (overridden<&DialogBase::onAccept>(this)) {
-            if (onAccept(ctx) == 0)
-                return 0;
-        } else if (overridden<&DialogBase::validateAndStore>(this) && validateAndStore(ctx) == 0) {
+        if (!accepts(ctx))
             return 0;
-        }
-        emit signalAccepted(ctx);
+        if (guard)
+            emit signalAccepted(ctx);
         return 1;
     case kReject:
         if (overridden<&DialogBase::onReject>(this) && onReject(ctx) == 0)
             return 0;
-        emit signalRejected(ctx);
+        if (guard)
+            emit signalRejected(ctx);
         return 1;
     case kClose:
         if (overridden<&DialogBase::onClose>(this) && onClose(ctx) == 0)
             return 0;
-        emit signalClosed(ctx);
+        if (guard)
+            emit signalClosed(ctx);
         return 1;
     case kCleanup:
         if (overridden<&DialogBase::cleanupWindow>(this))
             cleanupWindow(ctx);
-        emit signalDestroyed(ctx);
+        if (guard)
+            emit signalDestroyed(ctx);
         return 1;
     default:
         return otherEvent(ctx);
@@ -152,14 +161,16 @@ void DialogBase::takeForm(const CallbackContext& ctx)
 
 int DialogBase::otherEvent(const CallbackContext& ctx)
 {
+    const QPointer<DialogBase> guard(this);
     if (overridden<&DialogBase::processCallback>(this) && processCallback(ctx) == 0)
         return 0;
-    const QPointer<DialogBase> guard(this);
-    emit signalCallback(ctx);
+    if (guard)
+        emit signalCallback(ctx);
     if (guard && ctx.type == kAfterAction && ctx.row.eleType == E_HELP_BUTTON) {
         if (overridden<&DialogBase::onHelp>(this))
             onHelp(ctx);
-        emit signalHelp(ctx);
+        if (guard)
+            emit signalHelp(ctx);
     }
     return 1;
 }

@@ -165,6 +165,7 @@ protected:
 
 private:
     int mainFunc(const CallbackContext& ctx);
+    bool accepts(const CallbackContext& ctx);
     void takeForm(const CallbackContext& ctx);
     int otherEvent(const CallbackContext& ctx);
 

@@ -262,6 +262,10 @@ void runButtonAction(const RowHandle& handle, QPushButton* button)
         return;
     const Click click {handle, button, FormGuard(handle->mainWidget())};
     const RowContext& row = *handle;
+    if (!emitHelper::active)
+        endEditing(row.mainWidget());
+    if (!click.stands() || !click.button)
+        return;
     if (isBitSet(row.row.attr, A_USE_BEFORE_EVENT)) {
         const QVariant value = valueOf(row);
         QVariant result = value;

@@ -1,8 +1,10 @@
 #include "form/events/change_flow.h"
 
 #include "form/events/form_guard.h"
+#include "form/values/exclusive_buttons.h"
 #include "form/values/list_widgets.h"
 #include "form/values/row_value.h"
+#include "form/values/show_value.h"
 #include "form/values/trigger_emit.h"
 #include "form/widgets/check_combo_box.h"
 
@@ -96,10 +98,10 @@ void showDate(const QMap<QString, QVariant>* map, QDateEdit* edit, const QVarian
         box->setChecked(date.isValid());
         edit->setEnabled(date.isValid());
     }
-    if (date.isValid()) {
-        QVariant shown(date);
+    // Where no date can be shown as absent, the last one stands for it.
+    QVariant shown = date.isValid() ? QVariant(date) : edit->property(lastDatePropertyKey);
+    if (date.isValid() || (dateSwitchOf(map, edit) == nullptr && shown.isValid()))
         INFO::getSetData(edit, true, true, shown);
-    }
 }
 
 void rememberDate(QDateEdit* edit, const QVariant& value)
@@ -164,8 +166,9 @@ void showInput(const QMap<QString, QVariant>* map, QWidget* widget, const QVaria
         showDate(map, edit, value);
         return;
     }
-    keepCursor(widget,
-               [widget, shown = value]() mutable { INFO::getSetData(widget, true, true, shown); });
+    keepCursor(widget, [map, widget, &value] {
+        showValue(widget, value, map, WIDGET_INFO::paramName(widget));
+    });
 }
 
 /// \param fallback  the previous value if the row's lives nowhere
@@ -182,6 +185,9 @@ ValueChange inputChange(const INFO& row, QMap<QString, QVariant>* map, QWidget* 
     change.previous = stored.exists() ? stored.read() : fallback;
     if (isObject(change.previous))
         change.previous = lastValue(widget);
+    // A text or a day number is the same value as the date that it stands for.
+    if (const QDate date = dateEdit(widget) ? dateOf(change.previous) : QDate(); date.isValid())
+        change.previous = date;
     change.show = [map, source](const QVariant& value) { showInput(map, source, value); };
     change.store = [&row, map, key, source](const QVariant& value) {
         RowValue target(row, map, key);
@@ -362,9 +368,35 @@ int takeChange(const INFO& row, const INFO& mainRow, const QPointer<QWidget>& ma
     return offerChange(row, mainRow, mainWidget, map, change) == ChangeOutcome::Taken ? 1 : 0;
 }
 
+void endEditing(QWidget* mainWidget)
+{
+    QWidget* const focus = mainWidget ? mainWidget->focusWidget() : nullptr;
+    // Only what reports at the end of editing listens to this; an unchanged value is no change.
+    if (auto* spin = qobject_cast<QAbstractSpinBox*>(focus)) {
+        spin->interpretText();
+        emit spin->editingFinished();
+    } else if (auto* edit = qobject_cast<QLineEdit*>(focus); edit && edit->hasAcceptableInput()) {
+        emit edit->editingFinished();
+    }
+}
+
 int takeInputChange(const RowContext& row, QWidget* widget)
 {
-    return offerInput(row, widget) == ChangeOutcome::Taken ? 1 : 0;
+    if (!row.form->stands) {
+        // A button that another one of its group unchecks, for instance.
+        RowValue stored(row.row, row.map());
+        if (stored.exists())
+            stored.write(shownValue(row.map(), widget));
+        return 0;
+    }
+    const QPointer<QAbstractButton> button = qobject_cast<QAbstractButton*>(widget);
+    const bool checks = button && button->isChecked();
+    if (button && !checks)
+        noteReplaced(button);
+    const ChangeOutcome outcome = offerInput(row, widget);
+    if (outcome == ChangeOutcome::Refused && checks && button)
+        undoChecked(button);
+    return outcome == ChangeOutcome::Taken ? 1 : 0;
 }
 
 int takeValue(const RowContext& row, QWidget* widget, const QVariant& value,

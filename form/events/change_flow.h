@@ -31,6 +31,10 @@ struct ValueChange
     CallbackType after = kAfterDataChanged;
 };
 
+/// Takes what is still being edited: nothing ends the editing of the field that has the focus when
+/// a button is pressed by its shortcut or from code.
+void endEditing(QWidget* mainWidget);
+
 /// Asks the callbacks, stores, tells the callbacks.
 ChangeOutcome offerChange(const INFO& row, const INFO& mainRow, const QPointer<QWidget>& mainWidget,
                           QMap<QString, QVariant>* map, const ValueChange& change);

@@ -1,5 +1,7 @@
 #include "form/events/close_flow.h"
 
+#include "form/events/change_flow.h"
+#include "form/events/form_guard.h"
 #include "form/widgets/helper_windows.h"
 
 #include <QDialog>
@@ -54,7 +56,10 @@ bool closeForm(const std::shared_ptr<FormContext>& form, const INFO& row, QWidge
     if (closingDecided(window))
         return false;
     const ClosingGuard guard(kept);
-    if (!INFO::canClose(window, widget, type, row, kept->mainRow, kept->map, kept->saveKeys))
+    if (type == kAccept)
+        endEditing(window);
+    if (!kept->live()
+        || !INFO::canClose(window, widget, type, row, kept->mainRow, kept->map, kept->saveKeys))
         return false;
     if (window && kept->live())
         endWindow(window, type == kAccept);
@@ -67,6 +72,7 @@ bool INFO::canClose(QWidget* mainWidget, QWidget* widget, CallbackType type, con
 {
     const QPointer<QWidget> form = mainWidget;
     const QPointer<QWidget> raising = widget;
+    const FormGuard guard(form);
     if (type == kAccept && !validateInput(widget ? widget : mainWidget, map))
         return false;
     const auto refuses = [&](const INFO& asked) {
@@ -74,10 +80,11 @@ bool INFO::canClose(QWidget* mainWidget, QWidget* widget, CallbackType type, con
                             nullptr)
             == 0;
     };
+    // A callback may take the form down, and its map with it.
     // The main row's own events would otherwise reach its callback twice.
     if (map && !isMainRow(row, mainRow) && refuses(row))
         return false;
-    if (refuses(mainRow))
+    if (!guard.stands() || refuses(mainRow) || !guard.stands())
         return false;
     closeWidget(form, mainRow, map, saveKeys, type == kAccept);
     return true;

@@ -209,6 +209,7 @@ RowHandle rowFor(const INFO& row, const INFO& mainRow, const QPointer<QWidget>& 
     form->mainWidget = mainWidget;
     form->map = map;
     form->armed = formArmed(mainWidget);
+    form->life = mainWidget.data();
     auto context = std::make_shared<RowContext>(RowContext {form, row});
     if (context->row.key.isEmpty())
         context->row.key = key;
@@ -287,9 +288,11 @@ void connectTabs(const RowHandle& row, QTabWidget* tabs, const std::vector<RowHa
 
 void connectAction(const RowHandle& row, QAction* action, QList<QString>& signalNames)
 {
-    QObject::connect(action, &QAction::toggled, action,
+    // An action may live longer than the form, which must not be called, nor held, for ever then.
+    QObject* const form = row->form->life ? row->form->life.data() : action;
+    QObject::connect(action, &QAction::toggled, form,
                      [action](bool checked) { noteReplaced(action, checked); });
-    QObject::connect(action, &QAction::triggered, action, [row, action] {
+    QObject::connect(action, &QAction::triggered, form, [row, action] {
         if (row->live())
             runAction(*row, action);
     });

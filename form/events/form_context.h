@@ -17,6 +17,8 @@ struct FormContext
     std::pair<bool, QSet<QString>> saveKeys;
     std::shared_ptr<bool> armed; ///< see `formArmed`
     bool closing = false; ///< a closing question or callback is running
+    bool stands = true; ///< false while the form is being built: changes are stored, nobody is told
+    QPointer<QObject> life; ///< goes with the form, even if its main widget stays
 
     /// \return  false once the form is being taken down: neither map nor callbacks may then be
     ///          touched

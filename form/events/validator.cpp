@@ -18,6 +18,9 @@ QValidator::State Validator::validate(QString& input, int&) const
 {
     if (m_armed && !*m_armed)
         return Acceptable;
+    // Code that sets a text silently, such as a value that comes back, asks nobody.
+    if (m_edit && m_edit->signalsBlocked())
+        return Acceptable;
     QVariant text(input);
     if (BeforeCallBack(m_row, m_mainRow, m_form, m_edit, input, kValidate, m_data, &text, nullptr)
         == 0)

@@ -35,6 +35,13 @@ const int INFO::VARIANT_PTR_METATYPE =
 const int INFO::VARMAP_SHARED_PTR_METATYPE =
     qRegisterMetaType<T_VARMAP_SHARED_PTR>("mod_form_qt::T_VARMAP_SHARED_PTR");
 
+INFO::INFO() = default;
+INFO::~INFO() = default;
+INFO::INFO(const INFO& other) = default;
+INFO::INFO(INFO&& other) noexcept = default;
+INFO& INFO::operator=(const INFO& other) = default;
+INFO& INFO::operator=(INFO&& other) noexcept = default;
+
 INFO::INFO(int type, std::bitset<256> attributes, const QVariant& titleOrOptions,
            const DataVariant& value,
            MAP_KEY_TYPE name, // NOLINT(performance-unnecessary-value-param): as in the header

@@ -83,7 +83,14 @@ public:
     std::any anyData; ///< the caller's; an empty one is inherited from the main row
     QVariant userData; ///< the caller's; only copied
 
-    INFO() = default;
+    // Not inline: forms are long lists of rows, and each row would be copied and destroyed in code
+    // of its own.
+    INFO();
+    ~INFO();
+    INFO(const INFO& other);
+    INFO(INFO&& other) noexcept;
+    INFO& operator=(const INFO& other);
+    INFO& operator=(INFO&& other) noexcept;
     INFO(int eleType, std::bitset<256> attr = {}, const QVariant& param = {},
          const DataVariant& data = {}, MAP_KEY_TYPE key = {}, Callback callback = {},
          std::any anyData = {}, const QVariant& userData = {});
@@ -540,7 +547,7 @@ public:
     /// grids with a stretch where they ask for it.
     static void NormalizeLayout(QList<INFO>& rows);
 
-    /// Inserts rows before the placeholder of that key.
+    /// Puts rows in the place of the placeholder of that key.
     /// \return  nonzero on success, 0 if there is no such placeholder
     static int insertLayout(QList<INFO>& target, const QList<INFO>& rows, const MAP_KEY_TYPE& key);
 

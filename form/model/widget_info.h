@@ -62,7 +62,10 @@ public:
     /// \return  null for an index that does not exist and for a widget that has gone
     QPointer<QWidget> widgetAt(int index) const;
 
-    const QList<QPointer<QWidget>>& widgets() const { return m_widgets; }
+    const QList<QPointer<QWidget>>& widgets() const& { return m_widgets; }
+
+    /// Of a record that is about to go, so that a loop may run over what a look-up returns.
+    QList<QPointer<QWidget>> widgets() && { return std::move(m_widgets); }
 
     friend bool operator==(const WIDGET_INFO& one, const WIDGET_INFO& other)
     {

@@ -1,3 +1,4 @@
+#include "form/events/form_guard.h"
 #include "form/model/info_option.h"
 
 #include <QFileInfo>
@@ -92,7 +93,9 @@ void INFO::closeWidget(QWidget* widget, const INFO& mainRow, QMap<QString, QVari
         if (!lastName.isEmpty())
             file.sumMapName = lastName;
     }
-    if (!wantsToSave(widget, option))
+    // The form and its map may go while the question is open.
+    const FormGuard form(widget);
+    if (!wantsToSave(widget, option) || !form.stands())
         return;
     saveMapToIniFile(map, file.fileName, file.group, file.separateKeys,
                      saveKeys.first ? &saveKeys.second : nullptr, file.sumMapName);

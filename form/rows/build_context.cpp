@@ -1,6 +1,7 @@
 #include "form/rows/build_context.h"
 
 #include "form/events/connect.h"
+#include "form/values/data.h"
 #include "form/values/row_value.h"
 #include "form/widgets/widget_attr.h"
 
@@ -21,7 +22,8 @@ RowHandle BuildContext::share(const PreparedRow& row) const
 
 QVariant BuildContext::valueOf(const PreparedRow& row) const
 {
-    return INFO::isVariantPtr(row.row.data) ? INFO::getBaseValue(row.row.data) : row.row.data;
+    return INFO::isVariantPtr(row.row.data) ? INFO::getBaseValue(row.row.data)
+                                            : INFO::DATA<QVariant>(row.row.data).value();
 }
 
 void BuildContext::addLabel(const PreparedRow& row, BuiltRow& built)
@@ -41,10 +43,12 @@ QString BuildContext::partText(const PreparedRow& row, qsizetype part, const QSt
 
 void BuildContext::closeLayout()
 {
-    QLayout* const hidden = layouts.back().hideAtEnd;
+    const OpenLayout closed = layouts.back();
     layouts.pop_back();
-    if (hidden)
-        setGroupContentsVisible(hidden, false);
+    if (closed.hideAtEnd && closed.closedGroup)
+        setGroupContentsVisible(closed.hideAtEnd, false);
+    else
+        setLayoutVisible(closed.hideAtEnd, false);
 }
 
 void BuildContext::addTimers(const QVariant& wanted, const INFO& row)
@@ -61,9 +65,7 @@ void BuildContext::addTimers(const QVariant& wanted, const INFO& row)
     INFO raising = row;
     if (list.size() > 1)
         raising.key = list.at(1).toString();
-    // The form owns its timers; one that is laid out into nothing has only its layout.
-    QObject* const owner = form->mainWidget ? static_cast<QObject*>(form->mainWidget) : outermost;
-    auto* timer = new QTimer(owner);
+    auto* timer = new QTimer(timerOwner ? timerOwner : outermost);
     timer->setObjectName(raising.key);
     timer->setInterval(list.isEmpty() ? 250 : list.first().toInt());
     connectTimer(std::make_shared<const RowContext>(RowContext {form, raising}), timer);

@@ -18,6 +18,7 @@ struct OpenLayout
     QWidget* container = nullptr; ///< parent of the widgets made in it; may be null
     QPoint cell; ///< x the current column, y the current row of a grid
     QLayout* hideAtEnd = nullptr; ///< what is hidden once all contents exist
+    bool closedGroup = false; ///< it is hidden until its group is opened
     bool page = false; ///< closed by the next page or the end of the tab widget
     QString lastTitle; ///< what an input without a title of its own is named after
 };
@@ -64,6 +65,7 @@ struct BuildContext
     std::vector<OpenLayout> layouts;
     std::vector<OpenTabs> tabs;
     QLayout* outermost = nullptr;
+    QObject* timerOwner = nullptr; ///< goes with the form; null for one laid out into nothing
 
     QPointer<QWidget> menuHost; ///< menu bar or button to which the next menu goes
     QPointer<QMenu> menu; ///< menu to which the next action goes

@@ -17,7 +17,11 @@ public:
             button = new QCheckBox(row.texts.first(), context.container());
         else
             button = new QRadioButton(row.texts.first(), context.container());
+        // Before it is in its button group it would uncheck its neighbours.
+        const bool exclusive = button->autoExclusive();
+        button->setAutoExclusive(false);
         button->setChecked(context.valueOf(row).toBool());
+        button->setAutoExclusive(exclusive);
         if (row.has(A_CHECKBUTTON_RIGHT) || row.has(A_RADIOBUTTON_RIGHT))
             button->setLayoutDirection(Qt::RightToLeft);
         if (row.has(A_BUTTON_LABEL_BOLD)) {

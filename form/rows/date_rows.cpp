@@ -1,4 +1,5 @@
 #include "form/rows/row_family.h"
+#include "form/values/row_value.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
@@ -79,6 +80,8 @@ void buildDate(const PreparedRow& row, BuildContext& context, BuiltRow& built)
         present = new QCheckBox(context.container());
         present->setChecked(!absent);
         present->setEnabled(!row.has(A_READONLY));
+        if (RowValue stored(row.row, context.map()); absent && stored.exists())
+            stored.write(INFO::dateInvalid);
         built.widgets.push_back({present, E_CHECKBOX, false, true, -1});
     }
     auto* edit = new QDateEdit(context.container());

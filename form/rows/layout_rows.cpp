@@ -1,6 +1,7 @@
 #include "form/build/layouts.h"
 #include "form/events/connect.h"
 #include "form/rows/row_family.h"
+#include "form/values/row_value.h"
 #include "form/widgets/flow_layout.h"
 
 #include <QFormLayout>
@@ -122,6 +123,8 @@ void openLayout(const PreparedRow& row, BuildContext& context, BuiltRow& built)
     const int stretch = row.option.numbered(INFO::Option::stretchKey, type).toInt();
     auto [found, alignment] = row.option.alignByIndex(type);
     if (!found)
+        std::tie(found, alignment) = row.option.alignByType(type);
+    if (!found)
         alignment = context.defaultTypeAlign.value(type);
     if (wrapping.outer)
         addWidgetToLayout(wrapping.outer, stretch, alignment, row.gridColumn, row.gridSpan,
@@ -149,9 +152,13 @@ void openLayout(const PreparedRow& row, BuildContext& context, BuiltRow& built)
             group->setCheckable(true);
             // A group that has no value yet shows what is in it.
             group->setChecked(!value.isValid() || value.toBool());
-            if (!group->isChecked())
+            if (!group->isChecked()) {
                 open.hideAtEnd = group->layout();
+                open.closedGroup = true;
+            }
             built.handle = context.share(row);
+            if (RowValue stored(row.row, context.map()); !value.isValid() && stored.exists())
+                stored.write(true);
             QList<QString> signalNames;
             connectGroup(built.handle, group, group->layout(), signalNames);
             built.wired = true;

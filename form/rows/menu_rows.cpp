@@ -86,6 +86,11 @@ void buildAction(const PreparedRow& row, BuildContext& context)
         context.menu->addAction(action);
     else if (context.menuHost)
         context.menuHost->addAction(action);
+    const QVariant checked = valueBeside(row, context);
+    if (action->isCheckable() && checked.isValid()) {
+        const QSignalBlocker silent(action);
+        action->setChecked(checked.toBool());
+    }
     addAction(action, row, row.row.key.isEmpty() ? idOf(action) : row.row.key, context);
 }
 

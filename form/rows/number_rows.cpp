@@ -61,9 +61,9 @@ NumberBounds typeBounds(int metaType, bool& known)
 struct NumberRow
 {
     const PreparedRow& row;
-    QVariant value{};
+    QVariant value {};
     int metaType = QMetaType::Double;
-    NumberBounds bounds{};
+    NumberBounds bounds {};
     int precision = Option::defaultNumberPrecision;
     bool correct = Option::useAutoCorrectMinMax;
     bool grouped = Option::useNumberGrouping;
@@ -88,6 +88,10 @@ void narrow(NumberBounds& bounds, const Option& option)
         bounds.unsignedMax = max.toULongLong();
         bounds.realMax = max.toDouble();
     }
+    // A maximum below the minimum leaves the one number that is asked for first.
+    bounds.max = std::max(bounds.max, bounds.min);
+    bounds.unsignedMax = std::max(bounds.unsignedMax, bounds.unsignedMin);
+    bounds.realMax = std::max(bounds.realMax, bounds.realMin);
 }
 
 NumberRow read(const PreparedRow& row, const QVariant& value)

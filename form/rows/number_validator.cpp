@@ -35,14 +35,23 @@ QValidator::State NumberValidator::validateWhole(const QString& input) const
 
 QValidator::State NumberValidator::validateReal(const QString& input) const
 {
-    QDoubleValidator validator(m_bounds.realMin, m_bounds.realMax, m_bounds.decimals, nullptr);
-    validator.setNotation(QDoubleValidator::StandardNotation);
     QLocale numbers = locale();
     numbers.setNumberOptions(QLocale::RejectGroupSeparator);
+    if (m_bounds.realMin >= 0 && input.startsWith(numbers.negativeSign()))
+        return Invalid;
+    // Only the form is left to it: it would not let a number beyond the bounds be typed at all, not
+    // even on the way to another one.
+    QDoubleValidator validator;
+    validator.setDecimals(m_bounds.decimals);
+    validator.setNotation(QDoubleValidator::StandardNotation);
     validator.setLocale(numbers);
     QString text = input;
     int pos = 0;
-    return validator.validate(text, pos);
+    const State state = validator.validate(text, pos);
+    if (state != Acceptable)
+        return state;
+    const double number = numbers.toDouble(text);
+    return number >= m_bounds.realMin && number <= m_bounds.realMax ? Acceptable : Intermediate;
 }
 
 QValidator::State NumberValidator::validate(QString& input, int& /*pos*/) const

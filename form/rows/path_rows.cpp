@@ -1,4 +1,5 @@
 #include "form/rows/button_look.h"
+#include "form/rows/input_limits.h"
 #include "form/rows/row_family.h"
 
 #include <QLineEdit>
@@ -16,6 +17,7 @@ public:
         BuiltRow built;
         context.addLabel(row, built);
         auto* edit = new QLineEdit(context.valueOf(row).toString(), context.container());
+        limitInput(edit, row, context);
         built.add(edit, E_LINEEDIT);
         const QString text = context.partText(row, 1, INFO::getDefaultWidgetText(row.row.eleType));
         built.add(makePushButton(text, row, context.container()), E_BUTTON);

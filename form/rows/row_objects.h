@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/rows/build_context.h"
+
 #include <QObject>
 #include <QVariant>
 
@@ -9,6 +11,14 @@ namespace mod_form_qt {
 inline bool holdsObject(const QVariant& data)
 {
     return (data.metaType().flags() & QMetaType::PointerToQObject) != 0;
+}
+
+/// \return  the plain value that the map holds for a row that brings an object; invalid if there is
+///          none
+inline QVariant valueBeside(const PreparedRow& row, const BuildContext& context)
+{
+    const QVariant value = context.map()->value(row.row.key);
+    return row.row.key.isEmpty() || holdsObject(value) ? QVariant() : INFO::getBaseValue(value);
 }
 
 /// \return  the object that a row's data points at, under QObject* or under its own class; null if

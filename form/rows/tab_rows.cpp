@@ -20,22 +20,27 @@ void openTabs(const PreparedRow& row, BuildContext& context, BuiltRow& built)
 {
     auto* tabs = objectOf<QTabWidget>(row.row.data);
     OpenTabs open;
+    QVariant page = valueBeside(row, context);
+    open.depth = qsizetype(context.layouts.size());
     if (tabs == nullptr) {
-        // A null pointer makes nothing; what follows then stands outside of any page.
-        if (holdsObject(row.row.data))
+        if (holdsObject(row.row.data)) {
+            // A null pointer makes nothing, but its pages and its end still belong to it.
+            context.tabs.push_back(open);
             return;
+        }
         tabs = new QTabWidget(context.container());
-        const QVariant page = context.valueOf(row);
-        if (page.isValid() && page.canConvert<int>())
-            open.startPage = page.toInt();
+        page = context.valueOf(row);
+    } else if (context.container() && tabs->parentWidget() != context.container()) {
+        tabs->setParent(context.container());
     }
+    if (page.isValid() && page.canConvert<int>())
+        open.startPage = page.toInt();
     built.handle = context.share(row);
     built.add(tabs, E_TABWIDGET);
     built.wired = true; // once all pages are in
 
     open.tabs = tabs;
     open.row = built.handle;
-    open.depth = qsizetype(context.layouts.size());
     context.tabs.push_back(open);
 }
 
@@ -55,7 +60,11 @@ void startPage(const PreparedRow& row, BuildContext& context, BuiltRow& built)
             return;
         page = new QWidget;
         auto* layout = new QVBoxLayout(page);
-        context.layouts.push_back({layout, page, {}, nullptr, true, {}});
+        OpenLayout content;
+        content.layout = layout;
+        content.container = page;
+        content.page = true;
+        context.layouts.push_back(content);
     }
     const int index = open.tabs->addTab(page, row.texts.first());
     if (row.has(A_HIDE))

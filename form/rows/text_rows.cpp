@@ -1,4 +1,5 @@
 #include "form/events/validator.h"
+#include "form/rows/input_limits.h"
 #include "form/rows/row_family.h"
 
 #include <QLabel>
@@ -8,8 +9,6 @@
 #include <QTextEdit>
 
 namespace mod_form_qt {
-
-namespace {
 
 using Option = INFO::Option;
 
@@ -39,6 +38,8 @@ void limitInput(QLineEdit* edit, const PreparedRow& row, const BuildContext& con
     }
 }
 
+namespace {
+
 class TextRows : public RowFamily
 {
 public:
@@ -66,8 +67,9 @@ private:
         if (row.row.eleType == E_TEXTEDIT)
             return textEdit(text, row.has(A_RICH_TEXT), parent);
         auto* edit = new QLineEdit(parent);
-        limitInput(edit, row, context);
+        // Before its validator: the first value is not typed, so nobody is asked about it.
         edit->setText(text);
+        limitInput(edit, row, context);
         return edit;
     }
 

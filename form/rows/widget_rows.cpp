@@ -14,6 +14,13 @@ public:
         auto* widget = objectOf<QWidget>(row.row.data);
         if (widget == nullptr)
             return built;
+        // Now, and not when the layout is installed: the order of the rows is the order of the
+        // focus.
+        if (context.container() && widget->parentWidget() != context.container())
+            widget->setParent(context.container());
+        QVariant value = valueBeside(row, context);
+        if (value.isValid())
+            INFO::getSetData(widget, true, true, value);
         context.addLabel(row, built);
         context.menuHost = widget;
         built.add(widget, E_WIDGET);

@@ -153,9 +153,12 @@ bool INFO::validateInput(QWidget* parent, QMap<QString, QVariant>* map)
     }
     if (failure.isEmpty())
         return true;
-    QMessageBox box(QMessageBox::Information, tr("Fehler:"), failure, QMessageBox::Ok, parent);
-    box.setTextFormat(Qt::PlainText); // what the user typed is shown as typed
-    box.exec();
+    // Not on the stack: while it is open its parent may die, and then takes it along.
+    const QPointer<QMessageBox> box =
+        new QMessageBox(QMessageBox::Information, tr("Fehler:"), failure, QMessageBox::Ok, parent);
+    box->setTextFormat(Qt::PlainText); // what the user typed is shown as typed
+    box->exec();
+    delete box;
     return false;
 }
 

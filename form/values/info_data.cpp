@@ -90,13 +90,14 @@ quint64 INFO::varToUInt64(const QVariant& value)
 
 void INFO::debugVariantAsListData(const QVariant& value)
 {
-    const T_LISTDATA* items = listOf(pointee(value));
+    const QVariant data = pointee(value);
+    const T_LISTDATA* items = listOf(data);
     if (items == nullptr) {
         qDebug() << "no list data";
         return;
     }
-    for (const auto& [text, selected, data, roles] : *items)
-        qDebug() << text << selected << data;
+    for (const auto& [text, selected, userData, roles] : *items)
+        qDebug() << text << selected << userData;
 }
 
 QVariant INFO::getSelectedListValue(const T_LISTDATA& list)
@@ -110,7 +111,8 @@ QVariant INFO::getSelectedListValue(const T_LISTDATA& list)
 
 QVariant INFO::getSelectedListValue(const QVariant& list)
 {
-    const T_LISTDATA* items = listOf(list);
+    const QVariant data = pointee(list); // the list is looked at inside it
+    const T_LISTDATA* items = listOf(data);
     return items ? getSelectedListValue(*items) : QVariant();
 }
 
@@ -126,7 +128,8 @@ QVariantList INFO::getSelectedListValues(const T_LISTDATA& list)
 
 QVariantList INFO::getSelectedListValues(const QVariant& list)
 {
-    const T_LISTDATA* items = listOf(list);
+    const QVariant data = pointee(list); // the list is looked at inside it
+    const T_LISTDATA* items = listOf(data);
     return items ? getSelectedListValues(*items) : QVariantList();
 }
 

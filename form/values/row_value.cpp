@@ -182,6 +182,12 @@ void RowValue::writeList(const T_LISTDATA& list)
     storeList(m_bound, m_map, m_key, list);
 }
 
+bool usesMapValue(const INFO& row, bool useMapValues, const QSet<QString>& loadedKeys)
+{
+    return !isBitSet(row.attr, A_DONT_USE_MAP_VALUE)
+        && (useMapValues || isBitSet(row.attr, A_USE_MAP_VALUE) || loadedKeys.contains(row.key));
+}
+
 void bindRow(INFO& row, QMap<QString, QVariant>* map, bool useMapValues,
              const QSet<QString>& loadedKeys)
 {
@@ -192,12 +198,18 @@ void bindRow(INFO& row, QMap<QString, QVariant>* map, bool useMapValues,
     }
     if (map == nullptr)
         return;
-    const bool useMapValue = !isBitSet(row.attr, A_DONT_USE_MAP_VALUE)
-        && (isBitSet(row.attr, A_USE_MAP_VALUE) || useMapValues || loadedKeys.contains(row.key));
-    if (useMapValue) {
+    const bool isObject = row.data.metaType().flags().testFlag(QMetaType::PointerToQObject);
+    if (usesMapValue(row, useMapValues, loadedKeys)) {
         const auto entry = map->constFind(row.key);
-        if (entry != map->constEnd())
+        // An object of an earlier form may be gone by now, and none is ever exchanged for a value:
+        // the row that brings one shows what the map holds in it.
+        const bool holdsObject = entry != map->constEnd()
+            && entry->metaType().flags().testFlag(QMetaType::PointerToQObject);
+        if (entry != map->constEnd() && !holdsObject) {
+            if (isObject)
+                return;
             takeMapValue(row, QVariant(*entry));
+        }
     }
     map->insert(row.key, row.data);
 }

@@ -57,6 +57,9 @@ void storeList(const QVariant& bound, QMap<QString, QVariant>* map, const QStrin
 const T_LISTDATA* findList(const QVariant& bound, const QMap<QString, QVariant>* map,
                            const QString& key);
 
+/// \return  true if the row takes its first value from the map
+bool usesMapValue(const INFO& row, bool useMapValues, const QSet<QString>& loadedKeys);
+
 /// Ties a row to the map when it is built: takes its first value from the map where the row or the
 /// form says so, gives a pointer row without a key a generated one, and puts the row's data into
 /// the map. A plain value in the map goes into the row's variable; a pointer in the map is taken

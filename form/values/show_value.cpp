@@ -1,12 +1,17 @@
 #include "form/values/show_value.h"
 
 #include "form/model/info_option.h"
+#include "form/values/exclusive_buttons.h"
 #include "form/values/number_text.h"
 
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QLineEdit>
 #include <QSignalBlocker>
+
+#include <memory>
+#include <vector>
 
 namespace mod_form_qt {
 
@@ -71,6 +76,10 @@ void showValue(QWidget* widget, const QVariant& value, const QMap<QString, QVari
         showDate(date, value, map, key);
         return;
     }
+    // Another button of a group that this one unchecks stores it, but nobody is told.
+    std::vector<std::unique_ptr<INFO::EVENTBLOCK>> quiet;
+    for (QAbstractButton* other : exclusiveSiblings(widget))
+        quiet.push_back(std::make_unique<INFO::EVENTBLOCK>(other));
     QVariant shown = value;
     if (type == E_NUMBER && qobject_cast<QLineEdit*>(widget))
         shown = numberTextFor(widget, value);

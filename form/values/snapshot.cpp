@@ -1,5 +1,7 @@
 #include "form/values/snapshot.h"
 
+#include "form/values/row_value.h"
+
 namespace mod_form_qt {
 
 SNAP_SHOT_MANAGER::SNAP_SHOT_MANAGER(QMap<QString, QVariant>* map)
@@ -96,6 +98,23 @@ void SNAP_SHOT_MANAGER::fromData(QMap<QString, QVariant>* data, const QList<INFO
             trackWrappedList(row.data);
     }
     snapshot();
+}
+
+void takeFormSnapshot(SNAP_SHOT_MANAGER& snapshot, QMap<QString, QVariant>* data,
+                      const QList<INFO>& rows, bool useMapValues)
+{
+    snapshot.fromData(data, rows);
+    if (data == nullptr)
+        return;
+    for (const INFO& row : rows) {
+        if (INFO::isVariantPtr(row.data) || INFO::isListDataPtr(row.data)
+            || !usesMapValue(row, useMapValues, {}))
+            continue;
+        const QVariant value = data->value(row.key);
+        snapshot.trackWrappedVariant(value);
+        snapshot.trackWrappedList(value);
+    }
+    snapshot.snapshot();
 }
 
 } // namespace mod_form_qt

@@ -56,4 +56,10 @@ private:
     bool m_autoRestore = false;
 };
 
+/// Takes the snapshot of a form that is about to be built: as `fromData`, and of the variables that
+/// rows without one of their own will take over from the map.
+/// \param useMapValues  the form's `MF_USE_MAP_VALUES`
+void takeFormSnapshot(SNAP_SHOT_MANAGER& snapshot, QMap<QString, QVariant>* data,
+                      const QList<INFO>& rows, bool useMapValues);
+
 } // namespace mod_form_qt

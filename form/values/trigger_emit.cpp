@@ -135,7 +135,11 @@ QAction* itemToRaise(const QMenu* menu)
 bool emitButton(QObject* object)
 {
     if (auto* check = qobject_cast<QCheckBox*>(object)) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+        emit check->checkStateChanged(check->checkState());
+#else
         emit check->stateChanged(check->checkState());
+#endif
     } else if (auto* radio = qobject_cast<QRadioButton*>(object)) {
         emit radio->toggled(radio->isChecked());
     } else if (auto* group = qobject_cast<QGroupBox*>(object)) {

@@ -35,8 +35,9 @@ bool isGuardable(const QWidget* widget)
 
 void addWheelGuard(QWidget* widget, INFO::MainFlags flags, const std::bitset<256>& attr)
 {
-    const bool wanted = isBitSet(attr, A_STRONG_FOCUS) || flags.testFlag(INFO::MF_WHEEL_GUARD);
-    if (!INFO::bGlobalWheelGuard || !wanted || isBitSet(attr, A_ALLOW_WHEEL))
+    const bool wanted = isBitSet(attr, A_STRONG_FOCUS)
+        || (flags.testFlag(INFO::MF_WHEEL_GUARD) && INFO::bGlobalWheelGuard);
+    if (!wanted || isBitSet(attr, A_ALLOW_WHEEL))
         return;
     // Otherwise the wheel would first give the widget the focus and then pass the guard.
     widget->setFocusPolicy(Qt::StrongFocus);

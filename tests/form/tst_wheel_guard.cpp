@@ -217,7 +217,7 @@ void tst_wheel_guard::guardsWhereAskedFor_data()
     QTest::newRow("switched off for all forms, form asks")
         << true << false << true << false << false << false;
     QTest::newRow("switched off for all forms, row asks")
-        << true << false << false << true << false << false;
+        << true << false << false << true << false << true;
     QTest::newRow("switched off by the caller") << false << true << true << true << false << false;
 }
 
