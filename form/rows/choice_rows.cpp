@@ -17,9 +17,10 @@ public:
             button = new QCheckBox(row.texts.first(), context.container());
         else
             button = new QRadioButton(row.texts.first(), context.container());
-        // Before it is in its button group it would uncheck its neighbours.
+        // A button that is about to get a group of its own has nothing to do with its neighbours.
         const bool exclusive = button->autoExclusive();
-        button->setAutoExclusive(false);
+        const bool grouped = lastBitSet(row.row.attr, A_GROUP_ID1, A_GROUP_ID10) >= 0;
+        button->setAutoExclusive(exclusive && !grouped);
         button->setChecked(context.valueOf(row).toBool());
         button->setAutoExclusive(exclusive);
         if (row.has(A_CHECKBUTTON_RIGHT) || row.has(A_RADIOBUTTON_RIGHT))
