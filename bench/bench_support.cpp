@@ -8,10 +8,6 @@
 #include <QJsonObject>
 #include <QLoggingCategory>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
-
 namespace {
 
 QByteArray hostFilePath;
@@ -89,26 +85,6 @@ BenchWindow::~BenchWindow() = default;
 QString BenchWindow::exportFile() const
 {
     return m_dir.filePath(QStringLiteral("output.csv"));
-}
-
-double milliseconds(const std::function<void()>& work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-        .count();
-}
-
-double median(QList<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
-void report(const char* what, double value, const char* unit)
-{
-    std::printf("%-62s %10.2f %s\n", what, value, unit);
-    std::fflush(stdout);
 }
 
 BenchApplication::BenchApplication(char* program)

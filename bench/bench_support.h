@@ -2,11 +2,12 @@
 
 #include "app/mainwindow.h"
 
+#include "bench/bench_report.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QTemporaryDir>
 
-#include <functional>
 #include <memory>
 
 class QApplication;
@@ -42,12 +43,6 @@ private:
     QTemporaryDir m_dir;
     std::unique_ptr<MainWindow> m_window;
 };
-
-/// Milliseconds that \a work takes.
-double milliseconds(const std::function<void()>& work);
-double median(QList<double> values);
-/// Writes a line of the result table.
-void report(const char* what, double value, const char* unit);
 
 /// The application, started with a host's file as a host would; make it first of all in main.
 class BenchApplication
