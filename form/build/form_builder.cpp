@@ -366,7 +366,9 @@ void FormBuilder::groupActions() const
 
 void FormBuilder::fitGroupBoxes() const
 {
-    for (const QPointer<QGroupBox>& box : m_context.groupBoxes) {
+    // Inner ones first: what they need is part of what the outer ones need.
+    for (auto next = m_context.groupBoxes.rbegin(); next != m_context.groupBoxes.rend(); ++next) {
+        const QPointer<QGroupBox>& box = *next;
         const bool shrinks = box && WIDGET_INFO::isBitSet(box.data(), A_H_ALLOW_SHRINK);
         if (box == nullptr || box->title().isEmpty() || shrinks)
             continue;

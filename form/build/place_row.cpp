@@ -96,7 +96,7 @@ QString nameOf(const PreparedRow& row, const OpenLayout* open)
 {
     if (!row.plainTitle.isEmpty())
         return row.plainTitle;
-    const QString generic = genericName(row.row.eleType);
+    QString generic = genericName(row.row.eleType);
     if (!generic.isEmpty())
         return generic;
     if (open && !open->lastTitle.isEmpty())

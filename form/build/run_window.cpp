@@ -114,6 +114,17 @@ int runMainWindow(QMainWindow* window, INFO::MainFlags flags)
     return helper::MainWnd::exitCode;
 }
 
+void shareWindow(QWidget* window, INFO::Result& result)
+{
+    // Its parent may die first.
+    const auto guard = std::make_shared<QPointer<QWidget>>(window);
+    QSharedPointer<QWidget> shared(window, [guard](QWidget*) {
+        if (*guard)
+            (*guard)->deleteLater();
+    });
+    result.window.swap(shared);
+}
+
 bool takesSeveral(const INFO& row)
 {
     return row.eleType != E_COMBOBOX;
@@ -179,11 +190,7 @@ void prepareWindow(const FormContext& form, INFO::Result& result)
     }
     if (isFormWindow(window) && form.flags.testAnyFlags(runModes)) {
         if (form.flags.testFlag(MF_SHARED_DELETE_LATER))
-            result.window =
-                QSharedPointer<QWidget>(window, [guard = QPointer<QWidget>(window)](QWidget*) {
-                    if (guard) // its parent may have died first
-                        guard->deleteLater();
-                });
+            shareWindow(window, result);
         else
             window->setAttribute(Qt::WA_DeleteOnClose);
     }

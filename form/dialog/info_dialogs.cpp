@@ -6,10 +6,10 @@ namespace {
 
 constexpr INFO::MainFlags runModes = MF_EXEC | MF_OPEN | MF_SHOW;
 
-INFO makeMainRow(int eleType, const QVariant& title, const Callback& callback, const std::any& any,
+INFO makeMainRow(int eleType, const QVariant& title, Callback callback, std::any any,
                  const QVariant& userData)
 {
-    return {eleType, {}, title, {}, {}, callback, any, userData};
+    return {eleType, {}, title, {}, {}, std::move(callback), std::move(any), userData};
 }
 
 } // namespace
@@ -26,7 +26,8 @@ INFO::Result INFO::createAndExecDialog(QWidget* parent, const QVariant& title,
         flags |= MF_EXEC;
     flags &= ~MainFlags(MF_APPLY_TO_WIDGET);
     return createLayout(parent, flags, windowFlags,
-                        makeMainRow(E_DIALOG, title, callback, any, userData), rows, map, keys);
+                        makeMainRow(E_DIALOG, title, std::move(callback), std::move(any), userData),
+                        rows, map, keys);
 }
 
 INFO::Result INFO::createAndExecMainWindow(QWidget* parent, bool localLoop, const QVariant& title,
@@ -40,8 +41,10 @@ INFO::Result INFO::createAndExecMainWindow(QWidget* parent, bool localLoop, cons
     if (localLoop)
         flags |= MF_LOCAL_EVENT_LOOP;
     flags &= ~MainFlags(MF_APPLY_TO_WIDGET);
-    return createLayout(parent, flags, windowFlags,
-                        makeMainRow(E_MAINWINDOW, title, callback, any, userData), rows, map, keys);
+    return createLayout(
+        parent, flags, windowFlags,
+        makeMainRow(E_MAINWINDOW, title, std::move(callback), std::move(any), userData), rows, map,
+        keys);
 }
 
 INFO::Result INFO::applyLayout(QWidget* widget, bool createLayout, const QVariant& title,
@@ -54,9 +57,10 @@ INFO::Result INFO::applyLayout(QWidget* widget, bool createLayout, const QVarian
     flags |= MF_APPLY_TO_WIDGET;
     if (createLayout)
         flags |= MF_CREATE_LAYOUT;
-    return INFO::createLayout(widget, flags, windowFlags,
-                              makeMainRow(E_WIDGET, title, callback, any, userData), rows, map,
-                              keys);
+    return INFO::createLayout(
+        widget, flags, windowFlags,
+        makeMainRow(E_WIDGET, title, std::move(callback), std::move(any), userData), rows, map,
+        keys);
 }
 
 INFO::Result INFO::getLayout(QWidget* widget, bool createLayout, const QVariant& title,
@@ -67,9 +71,10 @@ INFO::Result INFO::getLayout(QWidget* widget, bool createLayout, const QVariant&
     flags &= ~(runModes | MF_CREATE_WINDOW | MF_APPLY_TO_WIDGET);
     if (createLayout)
         flags |= MF_CREATE_LAYOUT;
-    return INFO::createLayout(widget, flags, windowFlags,
-                              makeMainRow(E_WIDGET, title, callback, any, userData), rows, map,
-                              keys);
+    return INFO::createLayout(
+        widget, flags, windowFlags,
+        makeMainRow(E_WIDGET, title, std::move(callback), std::move(any), userData), rows, map,
+        keys);
 }
 
 } // namespace mod_form_qt

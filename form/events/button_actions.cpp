@@ -3,6 +3,7 @@
 #include "form/events/change_flow.h"
 #include "form/events/close_flow.h"
 #include "form/events/form_guard.h"
+#include "form/model/info_option.h"
 #include "form/values/row_value.h"
 #include "form/values/trigger_emit.h"
 

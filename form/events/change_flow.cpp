@@ -53,7 +53,7 @@ void setLastValue(QWidget* widget, const QVariant& value)
 /// \return  the previous value of a row whose value lives nowhere
 QVariant lastTaken(const RowContext& row, const QWidget* widget)
 {
-    const QVariant last = lastValue(widget);
+    QVariant last = lastValue(widget);
     if (last.isValid() || row.row.eleType == E_WIDGET)
         return last;
     return INFO::getBaseValue(row.row.data);

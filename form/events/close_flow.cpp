@@ -49,6 +49,7 @@ bool closeForm(const std::shared_ptr<FormContext>& form, const INFO& row, QWidge
                CallbackType type)
 {
     // Of its own: a callback may delete the window, and with it whoever holds the one passed in.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const std::shared_ptr<FormContext> kept = form;
     if (!kept || !kept->live() || kept->closing)
         return false;

@@ -152,6 +152,8 @@ void tellPage(const std::vector<RowHandle>& pages, int index, QTabWidget* tabs, 
 {
     if (index < 0 || index >= static_cast<int>(pages.size()))
         return;
+    // Of its own: a callback may take the tab widget down.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const RowHandle page = pages[static_cast<std::size_t>(index)];
     if (page == nullptr || !page->live())
         return;
@@ -202,7 +204,7 @@ void takePage(const RowContext& row, QTabWidget* widget, Pages& pages, int index
 
 /// A row whose widget is wired by itself, without a form around it.
 RowHandle rowFor(const INFO& row, const INFO& mainRow, const QPointer<QWidget>& mainWidget,
-                 QMap<QString, QVariant>* map, const QString& key)
+                 QMap<QString, QVariant>* map, QString key)
 {
     const auto form = std::make_shared<FormContext>();
     form->mainRow = mainRow;
@@ -212,7 +214,7 @@ RowHandle rowFor(const INFO& row, const INFO& mainRow, const QPointer<QWidget>& 
     form->life = mainWidget.data();
     auto context = std::make_shared<RowContext>(RowContext {form, row});
     if (context->row.key.isEmpty())
-        context->row.key = key;
+        context->row.key = std::move(key);
     return context;
 }
 
@@ -330,21 +332,23 @@ void INFO::lineEditConnect(const INFO& row, const INFO& mainRow, QPointer<QWidge
                            QPointer<QLineEdit> widget, QMap<QString, QVariant>* map, QString key,
                            QList<QString>& signalNames)
 {
-    connectAlone(rowFor(row, mainRow, mainWidget, map, key), widget, signalNames, connectLineEdit);
+    connectAlone(rowFor(row, mainRow, mainWidget, map, std::move(key)), widget, signalNames,
+                 connectLineEdit);
 }
 
 void INFO::comboBoxConnect(const INFO& row, const INFO& mainRow, QPointer<QWidget> mainWidget,
                            QPointer<QComboBox> widget, QMap<QString, QVariant>* map, QString key,
                            QList<QString>& signalNames)
 {
-    connectAlone(rowFor(row, mainRow, mainWidget, map, key), widget, signalNames, connectComboBox);
+    connectAlone(rowFor(row, mainRow, mainWidget, map, std::move(key)), widget, signalNames,
+                 connectComboBox);
 }
 
 void INFO::checkComboConnect(const INFO& row, const INFO& mainRow, QPointer<QWidget> mainWidget,
                              QPointer<helper::CheckComboBox> widget, QMap<QString, QVariant>* map,
                              QString key, QList<QString>& signalNames)
 {
-    connectAlone(rowFor(row, mainRow, mainWidget, map, key), widget, signalNames,
+    connectAlone(rowFor(row, mainRow, mainWidget, map, std::move(key)), widget, signalNames,
                  connectCheckComboBox);
 }
 
@@ -352,14 +356,15 @@ void INFO::checkBoxConnect(const INFO& row, const INFO& mainRow, QPointer<QWidge
                            QPointer<QCheckBox> widget, QMap<QString, QVariant>* map, QString key,
                            QList<QString>& signalNames)
 {
-    connectAlone(rowFor(row, mainRow, mainWidget, map, key), widget, signalNames, connectCheckBox);
+    connectAlone(rowFor(row, mainRow, mainWidget, map, std::move(key)), widget, signalNames,
+                 connectCheckBox);
 }
 
 void INFO::radioButtonConnect(const INFO& row, const INFO& mainRow, QPointer<QWidget> mainWidget,
                               QPointer<QRadioButton> widget, QMap<QString, QVariant>* map,
                               QString key, QList<QString>& signalNames)
 {
-    connectAlone(rowFor(row, mainRow, mainWidget, map, key), widget, signalNames,
+    connectAlone(rowFor(row, mainRow, mainWidget, map, std::move(key)), widget, signalNames,
                  connectRadioButton);
 }
 

@@ -8,13 +8,11 @@ QList<Page> pages()
     return {
         {tr("Einzeilige Texte"),
          tr("Eine Zeile <i>E_LINEEDIT</i> macht eine Beschriftung und ein Eingabefeld. Rechts "
-            "steht jeweils, woraus "
-            "das Beispiel gemacht ist."),
+            "steht jeweils, woraus das Beispiel gemacht ist."),
          lineEdits, {}},
         {tr("Beschriftungen"),
          tr("Der Titel einer Zeile wird zu ihrer Beschriftung. Er kann Optionen tragen und, durch "
-            "Semikolon "
-            "getrennt, die Texte weiterer Teile."),
+            "Semikolon getrennt, die Texte weiterer Teile."),
          labels, {}},
         {tr("Mehrzeilige Texte"),
          tr("<i>E_TEXTEDIT</i> kann Auszeichnung aufnehmen, <i>E_PLAINTEXT</i> nie."),
@@ -28,16 +26,14 @@ QList<Page> pages()
          checks, {}},
         {tr("Listen"),
          tr("<i>E_LISTBOX</i> nimmt Listendaten: Text, Auswahl, Wert und Rollen je Eintrag. Der "
-            "Haken \u2714 in der "
-            "Datentabelle zeigt, was ausgewählt ist."),
+            "Haken \u2714 in der Datentabelle zeigt, was ausgewählt ist."),
          lists, {}},
         {tr("Klapplisten"),
          tr("<i>E_COMBOBOX</i> wählt einen Eintrag, <i>E_CHECKCOMBOBOX</i> mehrere."),
          comboBoxes, {}},
         {tr("Zahlen"),
          tr("<i>E_NUMBER</i> wird je nach Typ des Werts und Option <i>spinbox</i> eine Zeile, ein "
-            "ganzzahliges Drehfeld "
-            "oder eines mit Nachkommastellen."),
+            "ganzzahliges Drehfeld oder eines mit Nachkommastellen."),
          numbers, {}},
         {tr("Datum und Zeit"),
          tr("<i>E_DATE</i> zeigt Jahre immer vierstellig. Ein fehlendes Datum ist "

@@ -93,8 +93,7 @@ QList<INFO> events(PageContext&)
          <<     sample({E_LINEEDIT, before, tr("Schreibt groß"), "ABC", "upper",
                         ContextCallback(makeUpper)})
          <<     sample({E_LINEEDIT, A_CALLBACK_VALIDATOR, tr("Prüft jede Taste"), "abc",
-                        "validated",
-                        ContextCallback(acceptLetters)})
+                        "validated", ContextCallback(acceptLetters)})
          << end()
          << group(tr("Vor der Aktion: um Erlaubnis fragen"))
          <<     sample({E_CHECKBOX, A_NONE, tr("Aktion erlaubt"), false, "permitted"})
@@ -108,8 +107,7 @@ QList<INFO> events(PageContext&)
          << group(tr("Ohne Zutun"))
          <<     sample({E_LINEEDIT, A_INIT_EMIT, tr("Meldet sich am Anfang"), tr("bereit"), "init"})
          <<     sample({E_DATE, A_INIT_EMIT_VALID | A_INVALID_CHECKBOX, tr("Nur mit Datum"),
-                        QDate(2024, 2, 29),
-                        "init_valid"})
+                        QDate(2024, 2, 29), "init_valid"})
          <<     sample({E_LINEEDIT, A_READONLY, seconds, "0", "seconds",
                         ContextCallback(countSeconds)})
          << end();
@@ -131,8 +129,7 @@ QList<INFO> bindings(PageContext& context)
          <<     sample({E_LINEEDIT, A_USE_MAP_VALUE, tr("Aus der Tabelle"), tr("aus der Zeile"),
                         "from_map"})
          <<     sample({E_LINEEDIT, A_USE_MAP_VALUE | A_DONT_USE_MAP_VALUE,
-                        tr("Doch aus der Zeile"),
-                        tr("aus der Zeile"), "not_from_map"})
+                        tr("Doch aus der Zeile"), tr("aus der Zeile"), "not_from_map"})
          <<     INFO(E_DATA, A_NONE, {}, tr("E_DATA: ein Eintrag ohne Widget"), "data_only")
          << end()
          << group(tr("Variablen des Aufrufers; die Tabelle zeigt \u2192"))
@@ -140,9 +137,9 @@ QList<INFO> bindings(PageContext& context)
          <<     sample({E_LINEEDIT, A_NONE, tr("Ohne Schlüssel"),
                         context.variable(tr("automatisch benannt"))})
          <<     sample({E_COMBOBOX, A_NONE, tr("Listendaten"), list, "bound_list"})
-         <<     sample({E_NUMBER, A_IMMEDIATE_DATA_UPDATE, with(tr("Zahl"), {{Option::spinBoxKey,
-                                                                              true}}),
-                        context.variable(7), "bound_number"})
+         <<     sample({E_NUMBER, A_IMMEDIATE_DATA_UPDATE,
+                        with(tr("Zahl"), {{Option::spinBoxKey, true}}), context.variable(7),
+                        "bound_number"})
          << end()
          << group(tr("INFO::setData: Werte von außen"))
          <<     sample({E_LINEEDIT, A_NONE, tr("Ziel"), "", "target"})
@@ -173,9 +170,8 @@ QList<INFO> groupsAndWheel(PageContext& context)
     rows << INFO(E_LAYOUT_V, A_CAN_HIDE_ITEMS, tr("A_CAN_HIDE_ITEMS, offen"), true, "group_open")
          <<     sample({E_LINEEDIT, A_NONE, tr("Zu sehen"), "", "inside_open"})
          << end()
-         << INFO(E_LAYOUT_V, A_CAN_HIDE_ITEMS, tr("A_CAN_HIDE_ITEMS, zu: das Häkchen zeigt den "
-                                                  "Inhalt"), false,
-                 "group_closed")
+         << INFO(E_LAYOUT_V, A_CAN_HIDE_ITEMS,
+                 tr("A_CAN_HIDE_ITEMS, zu: ein Klick zeigt, was darin ist"), false, "group_closed")
          <<     sample({E_LINEEDIT, A_NONE, tr("Anfangs verborgen"), "", "inside_closed"})
          << end()
          << group(tr("A_HIDE"))

@@ -94,17 +94,17 @@ QList<INFO> lists(PageContext&)
          << group(tr("Anzeige"), {}, E_LAYOUT_H)
          <<     listColumn("A_SORTED", {E_LISTBOX, A_SORTED, {}, one, "sorted"})
          <<     listColumn("A_READONLY", {E_LISTBOX, A_READONLY, {}, one, "readonly"})
-         <<     listColumn(tr("Rollen der Einträge"), {E_LISTBOX, A_NONE, {}, decorated(),
-                                                       "decorated"})
+         <<     listColumn(tr("Rollen der Einträge"),
+                           {E_LISTBOX, A_NONE, {}, decorated(), "decorated"})
          << end()
          << group(tr("Breite"), {}, E_LAYOUT_H)
          <<     listColumn("A_ADJUST_WIDTH_TO_CONTENTS", {E_LISTBOX, A_ADJUST_WIDTH_TO_CONTENTS, {},
                            items(longNames), "wide"})
-         <<     listColumn(tr("dazu A_H_ALLOW_SHRINK"), {E_LISTBOX,
-                                                         A_ADJUST_WIDTH_TO_CONTENTS | A_H_ALLOW_SHRINK,
-                           {}, items(longNames), "shrinks"})
-         <<     listColumn(tr("Ohne Vorgabe"), {E_LISTBOX, A_NONE, {}, items(longNames),
-                                                "as_it_comes"})
+         <<     listColumn(tr("dazu A_H_ALLOW_SHRINK"),
+                           {E_LISTBOX, A_ADJUST_WIDTH_TO_CONTENTS | A_H_ALLOW_SHRINK, {},
+                            items(longNames), "shrinks"})
+         <<     listColumn(tr("Ohne Vorgabe"),
+                           {E_LISTBOX, A_NONE, {}, items(longNames), "as_it_comes"})
          << end();
     // clang-format on
     return rows;
@@ -136,8 +136,7 @@ QList<INFO> comboBoxes(PageContext&)
          <<     sample({E_COMBOBOX, A_ALIGN_LEFT | A_ADJUST_WIDTH_TO_CONTENTS, tr("Nach Inhalt"),
                         widths, "wide"})
          <<     sample({E_COMBOBOX, A_ALIGN_LEFT | A_COMBO_AUTO_WIDTH_FIRST_OPEN,
-                        tr("Beim ersten Zeigen"),
-                        widths, "first_open"})
+                        tr("Beim ersten Zeigen"), widths, "first_open"})
          <<     sample({E_COMBOBOX, A_ALIGN_LEFT | A_COMBO_AUTO_WIDTH_COMPACT, tr("Schmal"), widths,
                         "compact"})
          << end();

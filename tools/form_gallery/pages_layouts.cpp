@@ -134,8 +134,8 @@ QList<INFO> linesAndSpacers(PageContext&)
          <<     button(tr("rechts"))
          << end()
          << group(tr("In einem Raster dehnt E_STRETCH die Spalte davor"), {}, E_LAYOUT_GRID)
-         <<     button("1") << button(tr("gedehnt")) << INFO(E_STRETCH, {}, {},
-                                                             1) << button("3") << nextRow()
+         <<     button("1") << button(tr("gedehnt")) << INFO(E_STRETCH, {}, {}, 1)
+         <<     button("3") << nextRow()
          <<     button("4") << button("5") << button("6") << nextRow()
          << end();
     // clang-format on

@@ -29,17 +29,17 @@ QList<INFO> numbers(PageContext&)
          << end()
          << group(tr("Grenzen"))
          <<     sample({E_NUMBER, A_NONE, with(tr("Zeile, 0 bis 100"), percent), 7, "line_bounds"})
-         <<     sample({E_NUMBER, A_AUTO_CORRECT_MINMAX, spin(tr("Zieht auf die Grenze"),
-                                                              corrected), 50,
-                        "corrected"})
-         <<     sample({E_NUMBER, A_NONE, spin(tr("Typ ohne Wert"), {{Option::metaTypeKey,
-                        int(QMetaType::UShort)}}), {}, "meta_type"})
+         <<     sample({E_NUMBER, A_AUTO_CORRECT_MINMAX,
+                        spin(tr("Zieht auf die Grenze"), corrected), 50, "corrected"})
+         <<     sample({E_NUMBER, A_NONE,
+                        spin(tr("Typ ohne Wert"), {{Option::metaTypeKey, int(QMetaType::UShort)}}),
+                        {}, "meta_type"})
          << end()
          << group(tr("Aussehen und Bedienung"))
          <<     sample({E_NUMBER, A_NONE, spin(tr("Vorsatz, Schritt, Stellen"), price), 9.75,
                         "price"})
-         <<     sample({E_NUMBER, A_NONE, spin(tr("Ohne Tausenderpunkt"), {{Option::groupSepKey,
-                                                                            false}}),
+         <<     sample({E_NUMBER, A_NONE,
+                        spin(tr("Ohne Tausenderpunkt"), {{Option::groupSepKey, false}}),
                         1234567, "no_groups"})
          <<     sample({E_NUMBER, A_SPINBOX_LINEEDIT_READONLY, spin(tr("Nur über die Pfeile")), 3,
                         "arrows"})

@@ -68,8 +68,7 @@ QList<INFO> paths(PageContext&)
          <<     sample({E_BROWSE_FOLDER, A_NONE, tr("Eigener Text;Suchen..."), "", "own_text"})
          <<     sample({E_BROWSE_FOLDER, A_READONLY, tr("Nur über den Dialog"), folder, "readonly"})
          <<     sample({E_BROWSE_FILE_OPEN, A_FILE_MUST_EXIST, tr("Muss es geben"),
-                        tr("/gibt/es/nicht"),
-                        "must_exist"})
+                        tr("/gibt/es/nicht"), "must_exist"})
          << end()
          << group(tr("Die Schaltfläche allein"))
          <<     sample({E_BROWSE_FOLDER_BUTTON, A_NONE, tr("Ordner..."), folder, "folder_button"})
@@ -77,8 +76,7 @@ QList<INFO> paths(PageContext&)
                         "open_button"})
          <<     sample({E_BROWSE_FILE_SAVE_BUTTON, A_NONE, {}, "", "save_button"})
          <<     note(tr("Die letzte hat keinen Titel und zeigt den Text ihres Zeilentyps. Der "
-                        "gewählte "
-                        "Pfad steht nur in der Datentabelle."))
+                        "gewählte Pfad steht nur in der Datentabelle."))
          << end();
     // clang-format on
     return rows;
@@ -98,7 +96,8 @@ QList<INFO> images(PageContext& context)
                         picture, "image_width"})
          <<     sample({E_IMAGE, A_ADJUST_HEIGHT_TO_CONTENTS, tr("Höhe des Bilds"), picture,
                         "image_height"})
-         <<     sample({E_IMAGE, A_ADJUST_WIDTH_TO_CONTENTS | A_ADJUST_HEIGHT_TO_CONTENTS | A_ALIGN_LEFT,
+         <<     sample({E_IMAGE, A_ADJUST_WIDTH_TO_CONTENTS | A_ADJUST_HEIGHT_TO_CONTENTS
+                            | A_ALIGN_LEFT,
                         tr("Genau so groß"), picture, "image_both"})
          << end()
          << group(tr("Widgets, die der Aufrufer mitbringt"))

@@ -106,9 +106,8 @@ QList<INFO> menusAndWindows(PageContext& context)
          <<     INFO(E_MENU, A_NONE, {}, onButton)
          <<     INFO(E_ACTION, A_NONE, {}, alone, "single_action")
          <<     note(tr("Eine ankreuzbare Aktion legt ihren Zustand unter ihrer <i>menuid</i> "
-                        "oder dem "
-                        "Schlüssel ihrer Zeile ab. Menüleiste und Statusleiste zeigt das "
-        "Hauptfenster."))
+                        "oder dem Schlüssel ihrer Zeile ab. Menüleiste und Statusleiste zeigt das "
+                        "Hauptfenster."))
          << end()
          << group(tr("Fenster aus Zeilen"));
     for (const SampleWindow& window : sampleWindows())

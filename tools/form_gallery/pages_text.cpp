@@ -22,8 +22,7 @@ QList<INFO> lineEdits(PageContext&)
          <<     sample({E_LINEEDIT, A_PWD, tr("Kennwort"), "geheim", "pwd"})
          <<     sample({E_LINEEDIT, A_PWD_ECHO, tr("Beim Tippen lesbar"), "geheim", "pwd_echo"})
          <<     sample({E_LINEEDIT, A_ADJUST_WIDTH_TO_CONTENTS | A_ALIGN_LEFT,
-                        tr("So breit wie der Text"),
-                        tr("gerade breit genug dafür"), "width"})
+                        tr("So breit wie der Text"), tr("gerade breit genug dafür"), "width"})
          << end()
          << group(tr("Eingabe"))
          <<     sample({E_LINEEDIT, A_NONE, shortText, "12345", "maxchars"})
@@ -98,8 +97,7 @@ QList<INFO> textEdits(PageContext&)
     // clang-format off
     rows << group(tr("E_TEXTEDIT und E_PLAINTEXT"))
          <<     sample({E_TEXTEDIT, A_HEIGHT_2, tr("Ohne Auszeichnung"),
-                        tr("<b>bleibt, wie es dasteht</b>"),
-                        "text"})
+                        tr("<b>bleibt, wie es dasteht</b>"), "text"})
          <<     sample({E_TEXTEDIT, A_RICH_TEXT | A_HEIGHT_2, tr("Mit Auszeichnung"), html, "rich"})
          <<     sample({E_PLAINTEXT, A_HEIGHT_3, tr("Schlichter Text"), tr("eins\nzwei\ndrei"),
                         "plain"})

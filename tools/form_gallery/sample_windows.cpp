@@ -3,8 +3,11 @@
 #include "tools/form_gallery/page_rows.h"
 
 #include <QActionGroup>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QStatusBar>
 
 namespace gallery {
 
@@ -25,15 +28,15 @@ QList<INFO> dialogRows(PageContext&)
     QList<INFO> rows;
     // clang-format off
     rows << INFO(E_LABEL, A_LABEL_WORDWRAP | A_FLIP_LABEL_BOLD,
-                 tr("OK prüft die Felder von oben nach unten "
-                 "und nennt das erste, das nicht stimmt. Hier ist noch keines in Ordnung."))
+                 tr("OK prüft die Felder von oben nach unten und nennt das erste, das nicht "
+                    "stimmt. Hier ist noch keines in Ordnung."))
          << open(E_LAYOUT_FORM)
          <<     INFO(E_LINEEDIT, A_MANDATORY, tr("Name"), "", "name")
          <<     INFO(E_LINEEDIT, A_NONE, initials, "A", "initials")
          <<     INFO(E_LINEEDIT, A_NONE, table, "export.txt", "table")
          <<     INFO(E_BROWSE_FOLDER, A_FILE_MUST_EXIST, tr("Ordner"), "/gibt/es/nicht", "folder")
-         <<     INFO(E_COMBOBOX, A_MANDATORY, tr("Kontenrahmen"), items({"SKR03", "SKR04",
-                                                                         "SKR49"}), "chart")
+         <<     INFO(E_COMBOBOX, A_MANDATORY, tr("Kontenrahmen"),
+                     items({"SKR03", "SKR04", "SKR49"}), "chart")
          << end()
          << INFO(E_HLINE)
          << INFO::layoutOkHelpCancel();
