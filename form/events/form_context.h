@@ -33,7 +33,7 @@ struct RowContext
 
     const INFO& mainRow() const { return form->mainRow; }
 
-    QPointer<QWidget> mainWidget() const { return form->mainWidget; }
+    const QPointer<QWidget>& mainWidget() const { return form->mainWidget; }
 
     QMap<QString, QVariant>* map() const { return form->map; }
 

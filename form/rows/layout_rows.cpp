@@ -137,8 +137,9 @@ void openLayout(const PreparedRow& row, BuildContext& context, BuiltRow& built)
     OpenLayout open;
     open.layout = layout;
     open.container = wrapping.container;
-    open.lastTitle =
-        row.plainTitle.isEmpty() && context.top() ? context.top()->lastTitle : row.plainTitle;
+    open.lastTitle = row.plainTitle;
+    if (const OpenLayout* around = context.top(); around && row.plainTitle.isEmpty())
+        open.lastTitle = around->lastTitle;
     if (wrapping.group == nullptr) {
         if (row.has(A_HIDE))
             open.hideAtEnd = layout;

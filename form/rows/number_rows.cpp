@@ -33,14 +33,22 @@ NumberBounds boundsOf()
     return bounds;
 }
 
+NumberBounds byteBounds()
+{
+    NumberBounds bounds;
+    bounds.min = -128;
+    bounds.max = 127;
+    return bounds;
+}
+
 /// What numbers of a type can be; `known` turns false for a type that is no number.
 NumberBounds typeBounds(int metaType, bool& known)
 {
     // clang-format off
     switch (metaType) {
     case QMetaType::Bool: return boundsOf<bool>();
-    case QMetaType::SChar: return boundsOf<signed char>();
-    case QMetaType::Char: return boundsOf<char>();
+    case QMetaType::SChar:
+    case QMetaType::Char: return byteBounds();
     case QMetaType::UChar: return boundsOf<unsigned char>();
     case QMetaType::Short: return boundsOf<short>();
     case QMetaType::UShort: return boundsOf<unsigned short>();
@@ -218,11 +226,10 @@ public:
         context.addLabel(row, built);
         const NumberRow number = read(row, context.valueOf(row));
         QWidget* const parent = context.container();
-        if (!row.option.useSpinBox())
-            built.add(lineEdit(number, parent), E_LINEEDIT);
-        else if (fitsSpinBox(number.metaType))
+        const bool spins = row.option.useSpinBox();
+        if (spins && fitsSpinBox(number.metaType))
             built.add(spinBox(number, parent), E_NUMBER);
-        else if (!number.bounds.whole)
+        else if (spins && !number.bounds.whole)
             built.add(doubleSpinBox(number, parent), E_NUMBER);
         else
             built.add(lineEdit(number, parent), E_LINEEDIT);
