@@ -204,11 +204,10 @@ void benchRowsIn(Limits& limits, RowLayout layout, const char* name)
     Pair growth; // of the engine and of plain Qt
     for (int round = 0; round < iRounds; ++round) {
         std::array<double, 2> smallTimes {};
-        for (const bool byEngine : {true, false}) {
-            const int forms = 5;
-            for (int form = 0; form < forms; ++form)
-                smallTimes.at(byEngine ? 0 : 1) +=
-                    costOfRows(byEngine, layout, iSmall).time / forms;
+        const int forms = 5;
+        for (int form = 0; form < forms; ++form) {
+            smallTimes[0] += costOfRows(true, layout, iSmall).time / forms;
+            smallTimes[1] += costOfRows(false, layout, iSmall).time / forms;
         }
         const Cost engine = costOfRows(true, layout, iLarge);
         const Cost plain = costOfRows(false, layout, iLarge);

@@ -172,7 +172,10 @@ void placeInForm(QFormLayout* form, const std::vector<RowWidget>& widgets, const
             form->addRow(label, field);
         else
             form->addRow(field);
-        form->setAlignment(field, alignmentOf(widgets[first], int(first), row, context));
+        // Not by the widget, for which the layout would be searched from its first row.
+        form->itemAt(form->rowCount() - 1,
+                     label ? QFormLayout::FieldRole : QFormLayout::SpanningRole)
+            ->setAlignment(alignmentOf(widgets[first], int(first), row, context));
         return;
     }
     auto* box = new QHBoxLayout;
@@ -192,8 +195,8 @@ void placeWidgets(const std::vector<RowWidget>& widgets, const PreparedRow& row,
     }
     if (auto* column = openAs<QVBoxLayout>(context); column && widgets.size() > 1) {
         auto* line = new QHBoxLayout;
-        column->addLayout(line);
-        column->setStretchFactor(line, fillBox(line, widgets, 0, row, context));
+        const int stretch = fillBox(line, widgets, 0, row, context);
+        column->addLayout(line, stretch);
         return;
     }
     for (std::size_t i = 0; i < widgets.size(); ++i) {
