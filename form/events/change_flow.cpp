@@ -64,14 +64,8 @@ QVariant lastTaken(const RowContext& row, const QWidget* widget)
 /// \return  the date that a row's value stands for, a number as a Julian day; invalid for none
 QDate dateOf(const QVariant& value)
 {
-    bool isNumber = false;
-    QDate date = value.toDate();
-    if (!date.isValid() && value.typeId() != QMetaType::QString) {
-        const qint64 day = value.toLongLong(&isNumber);
-        if (isNumber)
-            date = QDate::fromJulianDay(day);
-    }
-    return date.isValid() && date < INFO::dateInvalid ? date : QDate();
+    const QDate date = dateOrInvalid(value);
+    return date == INFO::dateInvalid ? QDate() : date;
 }
 
 /// \return  the next widget of class T behind, or before, one of the same row

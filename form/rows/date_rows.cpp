@@ -1,5 +1,6 @@
 #include "form/rows/row_family.h"
 #include "form/values/row_value.h"
+#include "form/values/show_value.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
@@ -10,20 +11,6 @@ namespace mod_form_qt {
 namespace {
 
 using Option = INFO::Option;
-
-QDate toDate(const QVariant& value)
-{
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-        return QDate::fromJulianDay(value.toLongLong());
-    default:
-        return value.toDate();
-    }
-}
 
 /// A year always shows in full, or the century would be anybody's guess.
 void showFullYear(QDateTimeEdit* edit)
@@ -71,8 +58,8 @@ void dress(QDateTimeEdit* edit, const PreparedRow& row)
 
 void buildDate(const PreparedRow& row, BuildContext& context, BuiltRow& built)
 {
-    const QDate date = toDate(context.valueOf(row));
-    const bool absent = !date.isValid() || date >= INFO::dateInvalid;
+    const QDate date = dateOrInvalid(context.valueOf(row));
+    const bool absent = date == INFO::dateInvalid;
     const QDate shown = absent ? QDate::currentDate() : date;
 
     QCheckBox* present = nullptr;
