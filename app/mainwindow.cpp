@@ -13,6 +13,9 @@ MainWindow::MainWindow(QWidget* parent)
     , ui(std::make_unique<Ui::MainWindow>())
 {
     ui->setupUi(this);
+    // Nothing stands in it, and nobody needs a menu to bring it back.
+    ui->toolBar->hide();
+    ui->toolBar->toggleViewAction()->setVisible(false);
     keyChain = new KeyChainClass(QStringLiteral("halverin_software.ledora.RestApi"), this);
     QGuiApplication::setQuitOnLastWindowClosed(true);
 
@@ -36,7 +39,9 @@ MainWindow::MainWindow(QWidget* parent)
 
 MainWindow::~MainWindow()
 {
-    // Before the members: widgets that report while they go must still find the data they show.
+    // Before the members: widgets that report while they go must still find the data they show, and
+    // nobody is to act on it any more.
+    mod_form_qt::disarmForm(this);
     delete takeCentralWidget();
     outFile.close();
     // The process is ended while the last page of an accepted export is on its way.

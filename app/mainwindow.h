@@ -3,9 +3,11 @@
 #include "accounting/order_lines.h"
 #include "accounting/payment_import.h"
 #include "app/csvrow.h"
+#include "app/mainform.h"
 #include "app/orderscan.h"
 #include "app/pagestate.h"
 #include "app/resttexts.h"
+#include "app/startchecks.h"
 
 #include <QElapsedTimer>
 #include <QEventLoopLocker>
@@ -27,6 +29,8 @@ class QNetworkAccessManager;
 class QNetworkReply;
 class QPlainTextEdit;
 class QPushButton;
+class QScrollArea;
+class QSpinBox;
 class QTimer;
 class QUrl;
 struct HostConfig;
@@ -45,7 +49,7 @@ enum CancelType {
 
 /// The tool's one window: reads what the host wants, fetches the shop's orders and writes the
 /// export.
-class MainWindow : public QMainWindow
+class MainWindow : public QMainWindow, public MainFormValues
 {
     Q_OBJECT
 
@@ -104,8 +108,8 @@ public:
 
     // --- Closing ----------------------------------------------------------------------------
 
-    /// Leaves the export for the host and closes the window. A pass under way still writes its
-    /// page.
+    /// Leaves the export for the host, while the form closes the window. A pass under way still
+    /// writes its page.
     void acceptForm();
     /// Gives the export up: no file is left for the host, the options are saved. Once a window.
     void abandonExport();
@@ -128,19 +132,6 @@ public:
     /// The host's PDF folder exists and stands above the saved one.
     bool bHostFolder = false;
 
-    // Values of the form's rows.
-    QVariant mainurl = QString();
-    QVariant apiKey = QString();
-    QVariant apiSecret = QString();
-    QVariant germanized_use = false;
-    QVariant germanized_overwrite_pdf = false;
-    QVariant germanized_pdf_folder = QString();
-    QVariant woocommerce_use = true;
-    QVariant paypal_use = true;
-    QVariant date_filter_use = false;
-    QVariant date_filter_before = QDate(2037, 1, 1);
-    QVariant date_filter_after = QDate(1970, 1, 1);
-    QVariant id_cache_use = true;
     /// A mode that no row switches on.
     QVariant bTxIdOnly = false;
 
@@ -182,7 +173,6 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     /// Measures the steps of a pass without its request.
@@ -196,6 +186,13 @@ private:
         QString formattedNumber;
         QString fileNames;
         QString dateCreated;
+    };
+
+    /// The cell of the account table that the form edits.
+    struct KontoCell
+    {
+        payment_import::KontenTypen role;
+        int skr; ///< 3, 4 or 49
     };
 
     /// An order on its way into the export.
@@ -220,9 +217,23 @@ private:
 
     // Form
     void buildForm();
-    void bindOptions();
-    QWidget* buildStrip();
-    void fnc_start();
+    void buildOutput();
+    void takeFirstSize(const QScrollArea* area);
+    static MainFormCallbacks formCallbacks();
+    void runStartAction(mod_form_qt::CallbackType type);
+    void runStopAction(mod_form_qt::CallbackType type);
+    void runCancelAction(mod_form_qt::CallbackType type);
+    void runSkrChange(mod_form_qt::CallbackType type);
+    void runKontoChange(mod_form_qt::CallbackType type);
+    void runEditPaymentMethods(mod_form_qt::CallbackType type);
+    void runDeleteIdCache(mod_form_qt::CallbackType type);
+    void runFormEvent(mod_form_qt::CallbackType type);
+    StartSettings startSettings() const;
+    std::optional<KontoCell> selectedCell() const;
+    QSpinBox* kontoBox() const;
+    QPushButton* okButton() const;
+    void showKontoOfSelection();
+    void storeKontoOfSelection();
 
     // Requests
     struct Reply
@@ -281,8 +292,6 @@ private:
     void removeExport();
 
     std::unique_ptr<Ui::MainWindow> ui;
-    QPointer<QPushButton> startButton;
-    QPointer<QPushButton> okButton;
     ColumnLookup columnLookup;
     QString csPendingLog;
 
@@ -290,7 +299,7 @@ private:
     bool bGivenUp = false;
     /// The export was handed over.
     bool bAccepted = false;
-    /// A closing event is being dealt with; its boxes and waits let further ones arrive.
+    /// The export is being given up, which may show boxes and wait for the secret store.
     bool bClosing = false;
     /// The window was closed while a pass was under way, which then ends the program.
     bool bClosedInPass = false;

@@ -5,9 +5,8 @@
 
 void MainWindow::acceptForm()
 {
-    if (bAccepted || bGivenUp || bClosing)
+    if (bAccepted || bGivenUp)
         return;
-    // First of all, so that the close event that follows takes nothing away from the host.
     bAccepted = true;
     if (bBusy) {
         pageGuard.emplace();
@@ -20,7 +19,6 @@ void MainWindow::acceptForm()
         runTimer->stop();
         waitTimer->stop();
     }
-    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
 }
 
 void MainWindow::abandonExport()

@@ -1,107 +1,91 @@
-// A stop-gap: the window's few widgets until the settings form stands in their place. What the form
-// will bind and raise is wired here to the same functions.
-
 #include "app/mainwindow.h"
 
+#include "app/contentfit.h"
 #include "app/globals.h"
 
 #include <QCloseEvent>
-#include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QStyle>
 #include <QVBoxLayout>
+
+using namespace mod_form_qt;
 
 void MainWindow::buildForm()
 {
-    bindOptions();
+    const MainFormSource source {*this,       kontenMap,     nSKRDefault,
+                                 bHostFolder, csPaypalLabel, csWooCommerceLabel};
+    const LegacyCallback formEvent = [](const auto&, const auto&, const auto&, CallbackType type,
+                                        const INFO& row, auto*, auto*, const auto*) {
+        std::any_cast<MainWindow*>(row.anyData)->runFormEvent(type);
+        return 1;
+    };
+    // The bits 0x4 and 0x4000 have no names that say more here: the window is put into the middle
+    // of the screen once it is shown.
+    const INFO::MainFlags flags =
+        MF_FIXED_SIZE | MF_SCROLLAREA | MF_USE_MAP_VALUES | INFO::MainFlags::fromInt(0x4 | 0x4000);
+    const INFO::Result form =
+        INFO::getLayout(this, true, QString(), mainFormRows(source, formCallbacks()), flags,
+                        F_DIALOG_TITLE_MINMAX_CLOSE, &optionsMap, nullptr, formEvent,
+                        static_cast<MainWindow*>(this));
 
-    statusLabel = new QLabel;
-    statusLabel->setAccessibleName(tr("Status"));
-    statusLabel->setWordWrap(true);
-    logEdit = new QPlainTextEdit;
-    logEdit->setReadOnly(true);
-    logEdit->setAccessibleName(tr("Protokoll"));
-    progressLabel = new QLabel;
-    progressLabel->setTextFormat(Qt::PlainText);
-    progressLabel->setAccessibleName(tr("Fortschritt"));
+    // A number that is the same as the one typed last is no change for the form, although it is
+    // typed for another chart or role now.
+    if (QSpinBox* box = kontoBox())
+        connect(box, &QSpinBox::valueChanged, this, &MainWindow::storeKontoOfSelection);
 
+    buildOutput();
     auto* layout = new QVBoxLayout(centralWidget());
-    layout->addWidget(buildStrip());
+    // The form comes first up to its own height; what is left over is the log's.
+    layout->addLayout(form.layout, 100);
     layout->addWidget(statusLabel);
     layout->addWidget(logEdit, 1);
     layout->addWidget(progressLabel);
-    resize(900, 600);
-}
-
-void MainWindow::bindOptions()
-{
-    const std::pair<QString, QVariant*> bound[] = {
-        {QStringLiteral("mainurl"), &mainurl},
-        {keyNameAPI, &apiKey},
-        {keyNameSECRET, &apiSecret},
-        {QStringLiteral("germanized_use"), &germanized_use},
-        {QStringLiteral("germanized_overwrite_pdf"), &germanized_overwrite_pdf},
-        {QStringLiteral("germanized_pdf_folder"), &germanized_pdf_folder},
-        {QStringLiteral("woocommerce_use"), &woocommerce_use},
-        {QStringLiteral("paypal_use"), &paypal_use},
-        {QStringLiteral("date_filter_use"), &date_filter_use},
-        {QStringLiteral("date_filter_before"), &date_filter_before},
-        {QStringLiteral("date_filter_after"), &date_filter_after},
-        {QStringLiteral("id_cache_use"), &id_cache_use},
-    };
-    for (const auto& [key, variable] : bound) {
-        const auto saved = optionsMap.constFind(key);
-        if (saved != optionsMap.constEnd())
-            *variable = *saved;
-        else
-            optionsMap.insert(key, *variable);
+    if (auto* area = centralWidget()->findChild<QScrollArea*>()) {
+        area->setFrameShape(QFrame::NoFrame); // its groups have frames of their own
+        limitToContent(area);
+        takeFirstSize(area);
     }
 }
 
-QWidget* MainWindow::buildStrip()
+void MainWindow::buildOutput()
 {
-    auto* strip = new QWidget;
-    startButton = new QPushButton(tr("Daten vom Server abrufen"));
-    startButton->setObjectName(QStringLiteral("start_button"));
-    okButton = new QPushButton(tr("Import starten"));
-    okButton->setObjectName(QStringLiteral("ok_button"));
-    connect(startButton, &QPushButton::clicked, this, &MainWindow::fnc_start);
-    connect(okButton, &QPushButton::clicked, this, &MainWindow::acceptForm);
-
-    auto* layout = new QHBoxLayout(strip);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(startButton);
-    layout->addWidget(okButton);
-    layout->addStretch();
-    return strip;
+    statusLabel = new QLabel;
+    statusLabel->setAccessibleName(tr("Status"));
+    statusLabel->setWordWrap(true);
+    // A status is a line between two empty ones: so the first one moves nothing.
+    statusLabel->setMinimumHeight(3 * statusLabel->fontMetrics().lineSpacing());
+    logEdit = new QPlainTextEdit;
+    logEdit->setReadOnly(true);
+    logEdit->setAccessibleName(tr("Protokoll"));
+    logEdit->setMinimumHeight(3 * logEdit->fontMetrics().lineSpacing());
+    progressLabel = new QLabel;
+    progressLabel->setTextFormat(Qt::PlainText);
+    progressLabel->setAccessibleName(tr("Fortschritt"));
 }
 
-void MainWindow::fnc_start()
+void MainWindow::takeFirstSize(const QScrollArea* area)
 {
-    if (logEdit)
-        logEdit->clear();
-    SaveConfig(false);
-    StartTimer();
+    ensurePolished();
+    const QSize form = fullSize(area);
+    // The window asks for a part of the form only; it is to show the whole form, as far as the
+    // screen has room for it beside the window manager's frame.
+    QSize wanted = sizeHint() + QSize(0, form.height() - area->sizeHint().height());
+    wanted.setWidth(form.width() + centralWidget()->layout()->contentsMargins().left()
+                    + centralWidget()->layout()->contentsMargins().right());
+    const QSize room = screen()->availableSize() - QSize(16, 40);
+    if (wanted.height() > room.height())
+        wanted.rwidth() += area->verticalScrollBar()->sizeHint().width()
+            + area->style()->pixelMetric(QStyle::PM_ScrollView_ScrollBarSpacing, nullptr, area);
+    resize(wanted.boundedTo(room));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (bClosing) {
-        event->ignore();
-        return;
-    }
-    if (!bAccepted)
-        abandonExport();
     bClosedInPass = bClosedInPass || bBusy;
     event->accept();
-}
-
-void MainWindow::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        QMainWindow::keyPressEvent(event);
 }

@@ -20,7 +20,7 @@ QString MainWindow::mainUrlText() const
 QString MainWindow::BuildOptionsString()
 {
     if (isDebugLogged())
-        qDebug() << withoutSecrets(optionsMap);
+        qDebug() << shownOptions(optionsMap);
     return optionsToHostText(optionsMap, kontenMap);
 }
 

@@ -130,6 +130,8 @@ void MainWindow::onDownloadProgress(qint64 bytesReceived, qint64 bytesTotal)
     if (!progressLabel)
         return;
     const RunFigures figures = runFigures();
-    progressLabel->setText(bytesReceived != bytesTotal ? readingLine(locale(), figures)
-                                                       : totalsLine(locale(), figures));
+    const QString line = bytesReceived != bytesTotal ? readingLine(locale(), figures)
+                                                     : totalsLine(locale(), figures);
+    progressLabel->setText(line);
+    progressLabel->setAccessibleDescription(line); // the name hides the text from a screen reader
 }

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QTimer>
 
+using namespace mod_form_qt;
+
 namespace {
 
 const int iTransferTimeoutMs = 60000;
@@ -19,8 +21,11 @@ const int iTransferTimeoutMs = 60000;
 
 void MainWindow::showStatus(const QString& text)
 {
-    if (statusLabel)
-        statusLabel->setText(boldMessage(text));
+    if (!statusLabel)
+        return;
+    statusLabel->setText(boldMessage(text));
+    // The label's name hides its text from a screen reader, which reads this out then.
+    statusLabel->setAccessibleDescription(text);
 }
 
 void MainWindow::StartTimer()
@@ -110,9 +115,15 @@ bool MainWindow::attachExport(QIODevice::OpenMode mode)
 
 void MainWindow::EnableStartButtons(bool enable)
 {
-    for (QPushButton* button : {okButton.data(), startButton.data()})
-        if (button)
-            button->setEnabled(enable);
+    if (auto* button = okButton())
+        button->setEnabled(enable);
+    if (auto* button = WIDGET_INFO::widget<QPushButton>(&optionsMap, "start_button", E_BUTTON))
+        button->setEnabled(enable);
+}
+
+QPushButton* MainWindow::okButton() const
+{
+    return WIDGET_INFO::widget<QPushButton>(&optionsMap, "ok_button", E_OK_BUTTON);
 }
 
 void MainWindow::showWaiting()
@@ -137,9 +148,10 @@ void MainWindow::endRun()
             tr("Der Vorgang wurde beendet, soll der Dialog geschlossen und der Import gestartet "
                "werden?"),
             QMessageBox::Yes | QMessageBox::No);
-        if (answer == QMessageBox::Yes && okButton) {
+        QPushButton* button = okButton();
+        if (answer == QMessageBox::Yes && button) {
             // Not click(): the button is disabled now, and a disabled one ignores it.
-            emit okButton->clicked(false);
+            emit button->clicked(false);
             if (!bAccepted)
                 EnableStartButtons(true); // refused: without this the buttons stay dead
             return;

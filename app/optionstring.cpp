@@ -87,3 +87,11 @@ QMap<QString, QVariant> withoutSecrets(QMap<QString, QVariant> options)
             options.insert(key, QString());
     return options;
 }
+
+QMap<QString, QVariant> shownOptions(const QMap<QString, QVariant>& options)
+{
+    QMap<QString, QVariant> shown = withoutSecrets(options);
+    for (QVariant& value : shown)
+        value = INFO::getBaseValue(value);
+    return shown;
+}

@@ -16,5 +16,9 @@ QString optionsToHostText(const QMap<QString, QVariant>& options,
 /// The text of one option for the host; \a value is a plain value or a list of selected values.
 QString optionText(const QVariant& value);
 
-/// The options as they may be shown in a debug line: the secrets are empty.
+/// The options with empty secrets, as they may be saved.
 QMap<QString, QVariant> withoutSecrets(QMap<QString, QVariant> options);
+
+/// The options as they may be shown in a debug line: without secrets, and with what variables and
+/// lists hold in place of pointers.
+QMap<QString, QVariant> shownOptions(const QMap<QString, QVariant>& options);

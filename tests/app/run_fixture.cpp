@@ -2,6 +2,7 @@
 
 #include "accounting/order_taxes.h"
 #include "app/globals.h"
+#include "form/mod_form_qt.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -65,11 +66,15 @@ MainWindow& RunFixture::start(const QMap<QString, QVariant>& options)
     folder.saveOptions(options);
     makeWindow();
     // Not among the saved options, so that a start without a secret store shows no boxes.
-    if (!options.contains(QStringLiteral("mainurl"))) {
-        window->mainurl = shop.baseUrl();
-        window->optionsMap.insert(QStringLiteral("mainurl"), shop.baseUrl());
-    }
+    if (!options.contains(QStringLiteral("mainurl")))
+        mod_form_qt::INFO::setData(&window->optionsMap, "mainurl", shop.baseUrl(), false);
     return *window;
+}
+
+void RunFixture::enterCredentials() const
+{
+    for (const QString& key : {keyNameAPI, keyNameSECRET})
+        mod_form_qt::INFO::setData(&window->optionsMap, key, QStringLiteral("entered"), false);
 }
 
 MainWindow& RunFixture::restart()

@@ -24,6 +24,9 @@ public:
     /// Puts every process-wide value and every file of the folder back to a first start, then makes
     /// a window whose saved options are \a options. "mainurl" is the shop's unless given.
     MainWindow& start(const QMap<QString, QVariant>& options = {});
+    /// Fills the two fields of the secrets, without which nothing can be handed over. From then on
+    /// what saves the options wants to put them into the secret store.
+    void enterCredentials() const;
     /// Destroys the window and makes another one in the same folder, as a next start would.
     MainWindow& restart();
 

@@ -50,7 +50,8 @@ void tst_handover::init()
     fixture->serveOrders({sample::order(1, {sample::productLine(1, 10)}),
                           sample::order(2, {sample::productLine(2, 20)}),
                           sample::order(3, {sample::line(3)})});
-    fixture->start();
+    fixture->start({{QStringLiteral("b2c_handling"), QVariantList {1}}});
+    fixture->enterCredentials();
     window().show();
     window().Reset();
     // The pace of repeated passes.

@@ -104,10 +104,14 @@ void tst_run_question::afterEitherAnswerThePageIsWritten()
 {
     QFETCH(int, button);
     const bool yes = button == QMessageBox::Yes;
+    fixture->enterCredentials();
     fixture->answers.answer(QStringLiteral("Beendet:"), QMessageBox::StandardButton(button));
     tickInsideThePage();
     bool closedMeanwhile = false;
-    fixture->during("/products/20", [&] { closedMeanwhile = !window().isVisible(); });
+    fixture->during("/products/20", [&] {
+        closedMeanwhile =
+            yes ? QTest::qWaitFor([this] { return !window().isVisible(); }) : !window().isVisible();
+    });
     window().OnTimer();
     QCOMPARE(closedMeanwhile, yes);
     QCOMPARE(fixture->answers.titles(), QStringList {QStringLiteral("Beendet:")});
@@ -140,11 +144,12 @@ void tst_run_question::aFailedPassBehindTheQuestionIsRepeated()
 
 void tst_run_question::aFailedPassBehindYesIsRepeatedWithoutASecondQuestion()
 {
+    fixture->enterCredentials();
     fixture->answers.answer(QStringLiteral("Beendet:"), QMessageBox::Yes);
     tickInsideThePage();
     failFor(1);
     window().OnTimer();
-    QVERIFY(!window().isVisible());
+    QTRY_VERIFY(!window().isVisible());
     QVERIFY(window().runTimer->isActive());
     QVERIFY(!window().bFinished);
     fixture->tickToEnd();
@@ -167,6 +172,7 @@ void tst_run_question::aFailedPassWithAStopPendingIsNotRepeated()
 
 void tst_run_question::aRunThatFailsBehindYesLeavesAnEmptyExport()
 {
+    fixture->enterCredentials();
     fixture->answers.answer(QStringLiteral("Beendet:"), QMessageBox::Yes);
     tickInsideThePage();
     failFor(3);

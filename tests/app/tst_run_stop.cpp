@@ -209,7 +209,7 @@ void tst_run_stop::aCloseRequestInAPassClosesTheWindow()
     stopDuring("/products/33", CancelClose);
     window().OnTimer();
     QVERIFY(fixture->showsStatus(QStringLiteral("Angehalten.")));
-    QVERIFY(!window().isVisible());
+    QTRY_VERIFY(!window().isVisible());
     QVERIFY(folder.exported().isNull());
     QVERIFY(!window().runTimer->isActive());
     QCOMPARE(fixture->answers.titles(), QStringList());

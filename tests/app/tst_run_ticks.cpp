@@ -191,6 +191,7 @@ void tst_run_ticks::yesClicksTheButtonAndLeavesBothAsTheyAre()
 {
     window().show();
     fixture->serveOrders(sample::manyOrders(2));
+    fixture->enterCredentials();
     QSignalSpy clicks(fixture->okButton(), &QPushButton::clicked);
     fixture->answers.answer(QStringLiteral("Beendet:"), QMessageBox::Yes);
     fixture->tickToEnd();

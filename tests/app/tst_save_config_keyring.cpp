@@ -110,10 +110,10 @@ void tst_save_config_keyring::init()
 MainWindow& tst_save_config_keyring::startAndType(const QString& mainurl)
 {
     MainWindow& window = m_fixture.start({{QStringLiteral("mainurl"), QString()}});
-    window.mainurl = mainurl;
-    window.optionsMap.insert(QStringLiteral("mainurl"), mainurl);
-    window.apiKey = apiKeyText;
-    window.apiSecret = apiSecretText;
+    const Options typed {{QStringLiteral("mainurl"), mainurl},
+                         {keyNameAPI, apiKeyText},
+                         {keyNameSECRET, apiSecretText}};
+    mod_form_qt::INFO::setData(&window.optionsMap, typed, false);
     return window;
 }
 
@@ -347,10 +347,10 @@ void tst_save_config_keyring::endsTheProgramIfTheWindowIsClosedMeanwhile()
     });
     // As by the start button, with the click on another button or the system button arriving while
     // the store takes its time.
-    QTimer::singleShot(0, &window, [&window, accepted] {
-        QTimer::singleShot(0, &window, [&window, accepted] {
+    QTimer::singleShot(0, &window, [this, &window, accepted] {
+        QTimer::singleShot(0, &window, [this, &window, accepted] {
             if (accepted)
-                window.acceptForm();
+                emit m_fixture.okButton()->clicked(false);
             else
                 window.close();
         });
