@@ -113,6 +113,9 @@ public:
     void acceptForm();
     /// Gives the export up: no file is left for the host, the options are saved. Once a window.
     void abandonExport();
+    /// Ends a run and closes the window without an export. No row calls it: it is for a cancel
+    /// button that a host's form may bring. Acts on `kAfterAction` only.
+    void runCancelAction(mod_form_qt::CallbackType type);
 
     // --- Data of the window -----------------------------------------------------------------
 
@@ -222,7 +225,6 @@ private:
     static MainFormCallbacks formCallbacks();
     void runStartAction(mod_form_qt::CallbackType type);
     void runStopAction(mod_form_qt::CallbackType type);
-    void runCancelAction(mod_form_qt::CallbackType type);
     void runSkrChange(mod_form_qt::CallbackType type);
     void runKontoChange(mod_form_qt::CallbackType type);
     void runEditPaymentMethods(mod_form_qt::CallbackType type);

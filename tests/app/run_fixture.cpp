@@ -55,14 +55,14 @@ RunFixture::RunFixture(const StartFolder& startFolder)
 
 RunFixture::~RunFixture() = default;
 
-MainWindow& RunFixture::start(const QMap<QString, QVariant>& options)
+MainWindow& RunFixture::start(const QMap<QString, QVariant>& options, const QStringList& hostLines)
 {
     window.reset();
     resetGlobals();
     QFile::remove(folder.iniFile());
     QFile::remove(folder.exportFile());
     QDir(folder.pdfFolder()).removeRecursively();
-    folder.writeHostFile();
+    folder.writeHostFile(hostLines.isEmpty() ? folder.hostLines() : hostLines);
     folder.saveOptions(options);
     makeWindow();
     // Not among the saved options, so that a start without a secret store shows no boxes.

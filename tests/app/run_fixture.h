@@ -22,8 +22,10 @@ public:
     ~RunFixture();
 
     /// Puts every process-wide value and every file of the folder back to a first start, then makes
-    /// a window whose saved options are \a options. "mainurl" is the shop's unless given.
-    MainWindow& start(const QMap<QString, QVariant>& options = {});
+    /// a window whose saved options are \a options. "mainurl" is the shop's unless given. The
+    /// host's file holds \a hostLines, or those of the folder.
+    MainWindow& start(const QMap<QString, QVariant>& options = {},
+                      const QStringList& hostLines = {});
     /// Fills the two fields of the secrets, without which nothing can be handed over. From then on
     /// what saves the options wants to put them into the secret store.
     void enterCredentials() const;
