@@ -89,7 +89,9 @@ bool INFO::loadedSelDataToListData(const QVariant& loaded, QVariant& list, bool 
     QVariantList matched;
     const std::vector<bool> marks =
         selectionMarks(*items, selectionValues(loaded), multi, &matched);
-    if (!multi && matched.isEmpty())
+    // An item without a value stands for "nothing chosen", and that saved says nothing.
+    const auto isChoice = [](const QVariant& value) { return value.isValid(); };
+    if (!multi && std::none_of(matched.cbegin(), matched.cend(), isChoice))
         return false;
     if (hasMarks(*items, marks))
         return true;
