@@ -28,11 +28,19 @@ public:
 private:
     void apply()
     {
-        int height = fullSize(m_area).height();
+        const QSize full = fullSize(m_area);
+        int height = full.height();
         // The bar below takes its height from the content.
-        if (m_area->width() < fullSize(m_area).width())
+        if (m_area->width() < full.width())
             height += m_area->horizontalScrollBar()->sizeHint().height();
         m_area->setMaximumHeight(height);
+
+        // Two bars that are shown once need each other: each takes the room that makes the other
+        // necessary.
+        const bool fits = m_area->width() >= full.width() && m_area->height() >= full.height();
+        const auto policy = fits ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded;
+        m_area->setHorizontalScrollBarPolicy(policy);
+        m_area->setVerticalScrollBarPolicy(policy);
     }
 
     QScrollArea* m_area;

@@ -242,7 +242,7 @@ QList<INFO> mainFormRows(const MainFormSource& source, const MainFormCallbacks& 
 QList<INFO> paymentMethodRows(const QString& replacements)
 {
     return {
-        INFO(E_TEXTEDIT, A_NONE, tr("Ersetzungen:"), QVariant(replacements), "value"),
+        INFO(E_TEXTEDIT, A_LABEL_ALIGN_TOP, tr("Ersetzungen:"), QVariant(replacements), "value"),
         INFO(E_LAYOUT_H),
         INFO(E_OK_BUTTON),
         INFO(E_CANCEL_BUTTON),

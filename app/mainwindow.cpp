@@ -13,9 +13,10 @@ MainWindow::MainWindow(QWidget* parent)
     , ui(std::make_unique<Ui::MainWindow>())
 {
     ui->setupUi(this);
-    // Nothing stands in it, and nobody needs a menu to bring it back.
+    // Nothing stands in these two, and nobody needs a menu to bring the first one back.
     ui->toolBar->hide();
     ui->toolBar->toggleViewAction()->setVisible(false);
+    ui->statusbar->hide();
     keyChain = new KeyChainClass(QStringLiteral("halverin_software.ledora.RestApi"), this);
     QGuiApplication::setQuitOnLastWindowClosed(true);
 

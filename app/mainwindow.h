@@ -221,6 +221,7 @@ private:
     // Form
     void buildForm();
     void buildOutput();
+    void fitForm(QScrollArea* area);
     void takeFirstSize(const QScrollArea* area);
     static MainFormCallbacks formCallbacks();
     void runStartAction(mod_form_qt::CallbackType type);

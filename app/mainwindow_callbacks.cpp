@@ -7,6 +7,7 @@
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QTextEdit>
 #include <QTimer>
 
 using namespace mod_form_qt;
@@ -70,7 +71,11 @@ void MainWindow::runStartAction(CallbackType type)
         QMessageBox::information(this, failed->title, failed->text, QMessageBox::Ok);
         return;
     }
+    const QPointer<QWidget> focus = focusWidget();
     SaveConfig(false);
+    // Saving takes the focus from the fields; who works by keyboard goes on where he was.
+    if (focus && !bGivenUp && !bAccepted)
+        focus->setFocus(Qt::OtherFocusReason);
     StartTimer();
 }
 
@@ -110,14 +115,20 @@ void MainWindow::runEditPaymentMethods(CallbackType type)
     if (type != kAfterAction)
         return;
     const QString key = QStringLiteral("def_payment_method_s");
-    const INFO dialog(E_DIALOG, A_NONE,
-                      QVariantMap {
-                          {INFO::Option::titleKey,
-                           QString(tr("'Zahlmethode (kurz)' bearbeiten") + QLatin1Char(':'))},
-                          {INFO::Option::buildKey(INFO::Option::minWidthKey, E_DIALOG), 640},
-                      });
+    INFO dialog(E_DIALOG, A_NONE,
+                QVariantMap {
+                    {INFO::Option::titleKey,
+                     QString(tr("'Zahlmethode (kurz)' bearbeiten") + QLatin1Char(':'))},
+                    {INFO::Option::buildKey(INFO::Option::minWidthKey, E_DIALOG), 640},
+                });
     QMap<QString, QVariant> values;
     const QPointer<MainWindow> guard(this);
+    dialog.callback = ContextCallback([](const CallbackContext& event) {
+        auto* text = event.type == kInit ? INFO::textEditByKey(event.map, "value") : nullptr;
+        if (text)
+            text->setTabChangesFocus(true); // a tab means nothing in a list of names
+        return 1;
+    });
     const INFO::Result result = INFO::createLayout(
         this, MF_CREATE_WINDOW | MF_EXEC, {}, dialog,
         paymentMethodRows(optionsMap.value(key, defaultPaymentMethods).toString()), &values,

@@ -15,6 +15,13 @@
 
 using namespace mod_form_qt;
 
+namespace {
+
+/// What the window manager's frame and its bars may take from the screen.
+const QSize frameRoom(16, 40);
+
+} // namespace
+
 void MainWindow::buildForm()
 {
     const MainFormSource source {*this,       kontenMap,     nSKRDefault,
@@ -45,11 +52,21 @@ void MainWindow::buildForm()
     layout->addWidget(statusLabel);
     layout->addWidget(logEdit, 1);
     layout->addWidget(progressLabel);
-    if (auto* area = centralWidget()->findChild<QScrollArea*>()) {
-        area->setFrameShape(QFrame::NoFrame); // its groups have frames of their own
-        limitToContent(area);
-        takeFirstSize(area);
-    }
+    if (auto* area = centralWidget()->findChild<QScrollArea*>())
+        fitForm(area);
+    if (auto* address = INFO::lineEditByKey(&optionsMap, "mainurl"))
+        address->setFocus(); // and not the switch of its group, which a blank would turn off
+}
+
+void MainWindow::fitForm(QScrollArea* area)
+{
+    // In one line with what stands below it; its groups have frames of their own.
+    area->setFrameShape(QFrame::NoFrame);
+    area->widget()->layout()->setContentsMargins(0, 0, 0, 0);
+    area->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    area->setFocusPolicy(Qt::NoFocus); // its fields can be reached, and scroll it
+    limitToContent(area);
+    takeFirstSize(area);
 }
 
 void MainWindow::buildOutput()
@@ -57,8 +74,6 @@ void MainWindow::buildOutput()
     statusLabel = new QLabel;
     statusLabel->setAccessibleName(tr("Status"));
     statusLabel->setWordWrap(true);
-    // A status is a line between two empty ones: so the first one moves nothing.
-    statusLabel->setMinimumHeight(3 * statusLabel->fontMetrics().lineSpacing());
     logEdit = new QPlainTextEdit;
     logEdit->setReadOnly(true);
     logEdit->setAccessibleName(tr("Protokoll"));
@@ -70,15 +85,30 @@ void MainWindow::buildOutput()
 
 void MainWindow::takeFirstSize(const QScrollArea* area)
 {
-    ensurePolished();
+    // Only a polished widget knows its size, and the layouts remember what they were told before.
+    const auto widgets = findChildren<QWidget*>();
+    for (const QWidget* widget : widgets)
+        widget->ensurePolished();
+    const auto layouts = findChildren<QLayout*>();
+    for (QLayout* layout : layouts)
+        layout->invalidate();
+    const QSize room = screen()->availableSize() - frameRoom;
     const QSize form = fullSize(area);
-    // The window asks for a part of the form only; it is to show the whole form, as far as the
-    // screen has room for it beside the window manager's frame.
-    QSize wanted = sizeHint() + QSize(0, form.height() - area->sizeHint().height());
-    wanted.setWidth(form.width() + centralWidget()->layout()->contentsMargins().left()
-                    + centralWidget()->layout()->contentsMargins().right());
-    const QSize room = screen()->availableSize() - QSize(16, 40);
-    if (wanted.height() > room.height())
+    const int status = 3 * statusLabel->fontMetrics().lineSpacing();
+    // All that stands around the form, with the least that the log needs.
+    const int around = sizeHint().height() - area->sizeHint().height()
+        - logEdit->sizeHint().height() + logEdit->minimumHeight();
+
+    // A status is a line between two empty ones. Where there is room for them the first one moves
+    // nothing.
+    const int left = room.height() - form.height() - around - status;
+    if (left >= 0)
+        statusLabel->setMinimumHeight(status);
+    const QMargins margins = centralWidget()->layout()->contentsMargins();
+    // A screen that is scaled by a fraction may take a pixel of what is asked for.
+    QSize wanted(form.width() + margins.left() + margins.right() + 1, sizeHint().height() + 1);
+    wanted.rheight() += form.height() - area->sizeHint().height();
+    if (form.height() + around > room.height())
         wanted.rwidth() += area->verticalScrollBar()->sizeHint().width()
             + area->style()->pixelMetric(QStyle::PM_ScrollView_ScrollBarSpacing, nullptr, area);
     resize(wanted.boundedTo(room));
