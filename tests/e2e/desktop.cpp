@@ -24,10 +24,11 @@ QString script(const char* name)
 
 Outcome drive(qint64 pid, const QString& action, const QString& argument, int seconds)
 {
-    Outcome outcome = run(script("drive-window"),
-                          {QStringLiteral("--pid"), QString::number(pid),
-                           QStringLiteral("--timeout"), QString::number(seconds), action, argument},
-                          seconds + 30);
+    QStringList words {QStringLiteral("--pid"), QString::number(pid), QStringLiteral("--timeout"),
+                       QString::number(seconds), action};
+    if (!argument.isEmpty())
+        words.append(argument);
+    Outcome outcome = run(script("drive-window"), words, seconds + 30);
     if (!outcome.ok)
         qWarning("%s", qPrintable(outcome.problem));
     return outcome;
@@ -90,6 +91,59 @@ bool key(const QString& window, const QString& name)
                 QStringLiteral("key"), name},
                20)
         .ok;
+}
+
+bool key(const QString& name, int times)
+{
+    return run(QStringLiteral("xdotool"),
+               {QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("30"),
+                QStringLiteral("--repeat"), QString::number(times), name},
+               20)
+        .ok;
+}
+
+bool type(const QString& text)
+{
+    return run(QStringLiteral("xdotool"),
+               {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("20"), text})
+        .ok;
+}
+
+bool retype(const QString& text)
+{
+    return key(QStringLiteral("ctrl+a")) && type(text);
+}
+
+QList<Field> fields(qint64 pid)
+{
+    QList<Field> list;
+    const QStringList lines =
+        drive(pid, QStringLiteral("fields"), {}, 30).output.split(QLatin1Char('\n'));
+    for (const QString& line : lines) {
+        const QStringList parts = line.split(QLatin1Char('\t'));
+        list.append({parts.value(0), parts.value(1), parts.value(2)});
+    }
+    return list;
+}
+
+QString content(const QList<Field>& fields, const QString& name)
+{
+    for (const Field& field : fields) {
+        if (field.name == name)
+            return field.content;
+    }
+    return {};
+}
+
+QStringList tabTo(qint64 pid, const QString& name)
+{
+    return drive(pid, QStringLiteral("tab-to"), name, 60)
+        .output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+}
+
+QStringList tabOrder(qint64 pid)
+{
+    return drive(pid, QStringLiteral("tab-order"), {}, 90).output.split(QLatin1Char('\n'));
 }
 
 QStringList windows(qint64 pid, const QString& pattern)

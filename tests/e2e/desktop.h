@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
@@ -28,6 +29,33 @@ bool click(qint64 pid, const QString& name);
 bool clickAgainTwice();
 /// Presses a key in a window, which gets the focus first.
 bool key(const QString& window, const QString& name);
+
+/// Presses a key in the window in front, \a times times.
+bool key(const QString& name, int times = 1);
+/// Types a text where the focus is.
+bool type(const QString& text);
+/// Replaces what the field that has the focus holds by a text, as a person types it.
+bool retype(const QString& text);
+
+/// A field or button of the window in front, as a screen reader tells of it.
+struct Field
+{
+    QString role;
+    QString name; ///< the text of the label before it, or its own
+    QString content; ///< "on" or "off" of a check box, a star for each character of a password
+};
+
+/// All fields and buttons of the window in front, in the order of the screen.
+QList<Field> fields(qint64 pid);
+/// Content of the field of that name, of the first one where several have it; null if there is
+/// none.
+QString content(const QList<Field>& fields, const QString& name);
+/// Presses Tab until the widget of that name has the focus; \a name may hold several texts,
+/// separated by "|". \return the names that had the focus on the way, empty if it never came
+QStringList tabTo(qint64 pid, const QString& name);
+/// The names that have the focus one after the other while Tab is pressed, from the one that has it
+/// now until it is back there.
+QStringList tabOrder(qint64 pid);
 
 /// Ids of the windows of \a pid on screen whose title \a pattern matches, as xdotool names them.
 QStringList windows(qint64 pid, const QString& pattern);

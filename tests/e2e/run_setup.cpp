@@ -54,12 +54,17 @@ QMap<QString, QVariant> completeOptions(const QString& shopUrl)
     };
 }
 
-bool storeSecrets(const QString& shopUrl)
+bool storeSecret(const QString& shopUrl, const QString& keyName, const QString& secret)
 {
     KeyChainClass store(QStringLiteral("halverin_software.ledora.RestApi"), nullptr);
     QString error;
-    return store.writeKeySync(makeRestKeychainKey(shopUrl, keyNameAPI), apiKey, error)
-        && store.writeKeySync(makeRestKeychainKey(shopUrl, keyNameSECRET), apiSecret, error);
+    return store.writeKeySync(makeRestKeychainKey(shopUrl, keyName), secret, error);
+}
+
+bool storeSecrets(const QString& shopUrl)
+{
+    return storeSecret(shopUrl, keyNameAPI, apiKey)
+        && storeSecret(shopUrl, keyNameSECRET, apiSecret);
 }
 
 QByteArray authorization()

@@ -16,6 +16,8 @@ extern const QString apiSecret;
 
 /// Settings with which the start button's checks pass.
 QMap<QString, QVariant> completeOptions(const QString& shopUrl);
+/// Puts one secret for a shop into the secret store. \return false if the store refuses
+bool storeSecret(const QString& shopUrl, const QString& keyName, const QString& secret);
 /// Puts the secrets for a shop into the secret store. \return false if the store refuses
 bool storeSecrets(const QString& shopUrl);
 /// What a request of the program must carry with these secrets.

@@ -1,121 +1,30 @@
-#include "tests/e2e/desktop.h"
-#include "tests/e2e/ledora_process.h"
-#include "tests/e2e/run_setup.h"
+#include "tests/e2e/program_test.h"
 #include "tests/support/app_test.h"
-
-#include <QDir>
 
 using demo_shop::Fault;
 using demo_shop::ShopRequest;
 
-namespace {
-
-const QString question = QStringLiteral("Beendet:");
-const QString startButton = QStringLiteral("Daten vom Server abrufen");
-const QString mainWindow = QStringLiteral("MainWindow");
-const QString anyError = QStringLiteral("Fehler:");
-
-} // namespace
-
 /// Runs of the real program, from the click on the start button to the end of the process.
-class tst_program_run : public QObject
+class tst_program_run : public ProgramTest
 {
     Q_OBJECT
 
 public:
-    explicit tst_program_run(const StartFolder& folder)
-        : m_folder(folder)
-        , m_fixture(folder)
-    {
-    }
+    using ProgramTest::ProgramTest;
 
 private slots:
-    void init();
+
+    void init() { prepare(); }
 
     void handsTheExportOverOnYes();
     void speaksGermanOnAGermanDesktop();
     void staysUsableAfterNo();
     void restartsOnASecondClickInTheFirstSecond();
-    void removesTheExportWhenClosed_data();
-    void removesTheExportWhenClosed();
     void writesTheLastPageBehindTheAnswer();
-    void handsOverWithoutARunWhenAsked();
     void leavesAnEmptyExportForAShopWithoutOrders();
     void emptiesTheExportIfTheShopIsGone();
     void findsItsSettingsAtTheNextStart();
-
-private:
-    /// What the same run inside this process exports.
-    QByteArray exportOfThisProcess(const QJsonArray& orders);
-    void layDownSettings();
-    bool startProgram(LedoraProcess& program);
-    bool runToQuestion(LedoraProcess& program);
-    bool answer(LedoraProcess& program, const QString& button);
-    int requestsFor(const char* ending) const;
-
-    const StartFolder& m_folder;
-    RunFixture m_fixture;
 };
-
-void tst_program_run::init()
-{
-    m_fixture.window.reset();
-    m_fixture.answers.clear();
-    m_fixture.shop.setFaultPlan({});
-    m_fixture.shop.clearRequests();
-    if (!m_fixture.shop.listen())
-        QFAIL("The shop can't listen.");
-    layDownSettings();
-}
-
-void tst_program_run::layDownSettings()
-{
-    QFile::remove(m_folder.iniFile());
-    QFile::remove(m_folder.exportFile());
-    m_folder.writeHostFile();
-    m_folder.saveOptions(run_setup::completeOptions(m_fixture.shop.baseUrl()));
-    QVERIFY(run_setup::storeSecrets(m_fixture.shop.baseUrl()));
-}
-
-QByteArray tst_program_run::exportOfThisProcess(const QJsonArray& orders)
-{
-    run_setup::serve(m_fixture, orders);
-    m_fixture.start(run_setup::completeOptions(m_fixture.shop.baseUrl()));
-    m_fixture.window->SaveConfig(false);
-    m_fixture.runToEnd();
-    QByteArray bytes = m_folder.exported();
-    m_fixture.window.reset();
-    m_fixture.shop.clearRequests();
-    layDownSettings();
-    return bytes;
-}
-
-bool tst_program_run::startProgram(LedoraProcess& program)
-{
-    return program.start({m_folder.hostFile()})
-        && desktop::waitForWindow(
-               program.pid(), {QStringLiteral("Fehler beim Entschlüsseln:"), anyError, mainWindow})
-        == mainWindow;
-}
-
-bool tst_program_run::runToQuestion(LedoraProcess& program)
-{
-    return desktop::click(program.pid(), startButton)
-        && desktop::waitForWindow(program.pid(), {question, anyError}, 60) == question;
-}
-
-bool tst_program_run::answer(LedoraProcess& program, const QString& button)
-{
-    return desktop::click(program.pid(), button);
-}
-
-int tst_program_run::requestsFor(const char* ending) const
-{
-    int count = 0;
-    for (const QString& path : m_fixture.paths())
-        count += path.endsWith(QLatin1String(ending)) ? 1 : 0;
-    return count;
-}
 
 void tst_program_run::handsTheExportOverOnYes()
 {
@@ -195,43 +104,6 @@ void tst_program_run::restartsOnASecondClickInTheFirstSecond()
     QCOMPARE(m_folder.exported(), expected);
 }
 
-void tst_program_run::removesTheExportWhenClosed_data()
-{
-    QTest::addColumn<bool>("byEscape");
-    QTest::addColumn<bool>("afterARun");
-    QTest::newRow("system button, before a run") << false << false;
-    QTest::newRow("system button, after a run") << false << true;
-    QTest::newRow("Escape, before a run") << true << false;
-    QTest::newRow("Escape, after a run") << true << true;
-}
-
-void tst_program_run::removesTheExportWhenClosed()
-{
-    QFETCH(bool, byEscape);
-    QFETCH(bool, afterARun);
-    run_setup::serve(m_fixture, run_setup::orders(3, 0));
-    LedoraProcess program;
-    QVERIFY(startProgram(program));
-    if (afterARun) {
-        QVERIFY(runToQuestion(program));
-        QVERIFY(answer(program, QStringLiteral("No|Nein")));
-        QTRY_VERIFY_WITH_TIMEOUT(!desktop::isShown(program.pid(), QStringLiteral("^Beendet:$")),
-                                 30000);
-        QVERIFY(!m_folder.exported().isEmpty());
-    }
-    QFile::remove(m_folder.iniFile());
-    const QString window = desktop::waitForWindowId(program.pid(), QStringLiteral("^MainWindow$"));
-    QVERIFY(!window.isEmpty());
-    QVERIFY(byEscape ? desktop::key(window, QStringLiteral("Escape"))
-                     : desktop::closeWindow(window));
-    QVERIFY(program.waitForEnd());
-    QVERIFY(program.hasEndedWell());
-    QVERIFY(!QFile::exists(m_folder.exportFile()));
-    const auto saved = run_setup::optionsInTheFile(m_folder);
-    QCOMPARE(saved.value(QStringLiteral("mainurl")).toString(), m_fixture.shop.baseUrl());
-    QCOMPARE(saved.value(QStringLiteral("buchungs_konten")).toList().size(), 36);
-}
-
 void tst_program_run::writesTheLastPageBehindTheAnswer()
 {
     const QJsonArray orders = run_setup::orders(6, 2);
@@ -259,20 +131,6 @@ void tst_program_run::writesTheLastPageBehindTheAnswer()
     QVERIFY(program.hasEndedWell());
     QCOMPARE(requestsFor("/refunds"), 3);
     QCOMPARE(m_folder.exported(), expected);
-}
-
-void tst_program_run::handsOverWithoutARunWhenAsked()
-{
-    // Nothing was fetched, so there is nothing to leave behind, and nothing is removed or saved.
-    QFile::remove(m_folder.iniFile());
-    m_folder.saveOptions(run_setup::completeOptions(m_fixture.shop.baseUrl()));
-    LedoraProcess program;
-    QVERIFY(startProgram(program));
-    QVERIFY(desktop::click(program.pid(), QStringLiteral("Import starten")));
-    QVERIFY(program.waitForEnd());
-    QVERIFY(program.hasEndedWell());
-    QVERIFY(!QFile::exists(m_folder.exportFile()));
-    QVERIFY(!run_setup::optionsInTheFile(m_folder).contains(QStringLiteral("buchungs_konten")));
 }
 
 void tst_program_run::leavesAnEmptyExportForAShopWithoutOrders()
