@@ -302,6 +302,8 @@ private:
     bool bGivenUp = false;
     /// The export was handed over.
     bool bAccepted = false;
+    /// The start button's action is under way.
+    bool bStarting = false;
     /// The export is being given up, which may show boxes and wait for the secret store.
     bool bClosing = false;
     /// The window was closed while a pass was under way, which then ends the program.

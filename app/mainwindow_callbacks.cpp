@@ -1,10 +1,12 @@
 #include "app/mainwindow.h"
 
 #include "app/globals.h"
+#include "app/optionstring.h"
 
 #include <QComboBox>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QTextEdit>
@@ -65,8 +67,11 @@ void MainWindow::runStartAction(CallbackType type)
 {
     if (logEdit)
         logEdit->clear();
-    if (type != kAfterAction)
+    // Saving may wait for the secret store. A second click meanwhile must not empty, when its turn
+    // comes, what the first one has fetched.
+    if (type != kAfterAction || bStarting)
         return;
+    const QScopedValueRollback starting(bStarting, true);
     if (const auto failed = firstFailedCheck(startSettings())) {
         QMessageBox::information(this, failed->title, failed->text, QMessageBox::Ok);
         return;
@@ -137,7 +142,7 @@ void MainWindow::runEditPaymentMethods(CallbackType type)
         return;
     // The host splits the options at these.
     QString text = INFO::getBaseValue(&values, "value").toString();
-    optionsMap.insert(key, text.remove(extParmsSep).remove(extParmsLinesSep));
+    optionsMap.insert(key, withoutFieldMark(text.remove(extParmsLinesSep)));
 }
 
 std::optional<MainWindow::KontoCell> MainWindow::selectedCell() const

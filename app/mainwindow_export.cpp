@@ -33,6 +33,9 @@ void MainWindow::exportOrder(const QJsonObject& order, QTextStream& pageBuffer)
     payment_title_set.insert(
         order.value(QLatin1String("payment_method_title")).toVariant().toString());
 
+    // Asked for each order and put to no use: there is no cache yet.
+    [[maybe_unused]] const bool bIdCache = id_cache_use.toBool();
+
     OrderWork work;
     OrderTaxMap rates;
     ShippingMap shipping;

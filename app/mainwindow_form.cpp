@@ -28,7 +28,8 @@ void MainWindow::buildForm()
                                  bHostFolder, csPaypalLabel, csWooCommerceLabel};
     const LegacyCallback formEvent = [](const auto&, const auto&, const auto&, CallbackType type,
                                         const INFO& row, auto*, auto*, const auto*) {
-        std::any_cast<MainWindow*>(row.anyData)->runFormEvent(type);
+        if (MainWindow* const* window = std::any_cast<MainWindow*>(&row.anyData))
+            (*window)->runFormEvent(type);
         return 1;
     };
     // The bits 0x4 and 0x4000 have no names that say more here: the window is put into the middle

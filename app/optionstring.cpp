@@ -19,11 +19,6 @@ bool isSecret(const QString& key)
     return key == keyNameAPI || key == keyNameSECRET;
 }
 
-QString withoutFieldMark(QString text)
-{
-    return text.remove(extParmsSep);
-}
-
 void appendField(QString& text, const QString& key, const QString& value)
 {
     text += QLatin1Char('|') + key + QLatin1Char('|') + value;
@@ -41,6 +36,14 @@ void appendKonten(QString& text, const payment_import::KontenMap& konten)
 
 } // namespace
 
+QString withoutFieldMark(QString text)
+{
+    // What stands around a mark may be one itself once the mark is gone.
+    while (text.contains(extParmsSep))
+        text.remove(extParmsSep);
+    return text;
+}
+
 QString optionText(const QVariant& value)
 {
     switch (value.typeId()) {
@@ -52,8 +55,7 @@ QString optionText(const QVariant& value)
         return list.isEmpty() ? QString() : withoutFieldMark(list.first().toString());
     }
     default:
-        return withoutFieldMark(value.toString())
-            .remove(QLatin1Char('\r'))
+        return withoutFieldMark(value.toString().remove(QLatin1Char('\r')))
             .replace(QLatin1Char('\n'), extParmsLinesSep);
     }
 }

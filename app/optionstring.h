@@ -16,6 +16,9 @@ QString optionsToHostText(const QMap<QString, QVariant>& options,
 /// The text of one option for the host; \a value is a plain value or a list of selected values.
 QString optionText(const QVariant& value);
 
+/// A text without the marks at which the host splits the option string into fields.
+QString withoutFieldMark(QString text);
+
 /// The options with empty secrets, as they may be saved.
 QMap<QString, QVariant> withoutSecrets(QMap<QString, QVariant> options);
 

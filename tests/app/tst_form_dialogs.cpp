@@ -33,6 +33,8 @@ private slots:
     void keepsTheReplacementsOnOk();
     void cancelLeavesTheReplacementsAsTheyWere_data();
     void cancelLeavesTheReplacementsAsTheyWere();
+    void okKeepsAnUnchangedTextToo();
+    void stripsWhatTheHostSplitsAt_data();
     void stripsWhatTheHostSplitsAt();
     void showsMarkupAsText();
     void tellsTheHostTheReplacements();
@@ -146,14 +148,35 @@ void tst_form_dialogs::cancelLeavesTheReplacementsAsTheyWere()
     QVERIFY(FormPage(*m_fixture.window).line("mainurl"));
 }
 
+void tst_form_dialogs::okKeepsAnUnchangedTextToo()
+{
+    QVERIFY(!m_fixture.window->optionsMap.contains(key));
+    editReplacements([](QDialog& dialog, QTextEdit&) { press(dialog, {QStringLiteral("OK")}); });
+    QCOMPARE(m_fixture.window->optionsMap.value(key).toString().split(QLatin1Char('\n')).size(),
+             18);
+}
+
+void tst_form_dialogs::stripsWhatTheHostSplitsAt_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("kept");
+    QTest::newRow("both marks") << "a~b|[]c;d|e"
+                                << "abc;d|e";
+    QTest::newRow("a mark around the other") << "a|~[]b"
+                                             << "ab";
+    QTest::newRow("a mark in a mark") << "a||[][]b"
+                                      << "ab";
+}
+
 void tst_form_dialogs::stripsWhatTheHostSplitsAt()
 {
-    editReplacements([](QDialog& dialog, QTextEdit& edit) {
+    QFETCH(QString, typed);
+    editReplacements([&typed](QDialog& dialog, QTextEdit& edit) {
         edit.selectAll();
-        QTest::keyClicks(&edit, QStringLiteral("a~b|[]c;d|e"));
+        QTest::keyClicks(&edit, typed);
         press(dialog, {QStringLiteral("OK")});
     });
-    QCOMPARE(m_fixture.window->optionsMap.value(key).toString(), QStringLiteral("abc;d|e"));
+    QTEST(m_fixture.window->optionsMap.value(key).toString(), "kept");
 }
 
 void tst_form_dialogs::showsMarkupAsText()

@@ -38,6 +38,8 @@ private slots:
     void showsAnAccountThatIsNotSetAsOneWithoutWritingIt_data();
     void showsAnAccountThatIsNotSetAsOneWithoutWritingIt();
     void keepsWithinItsBounds();
+    void anEmptiedAccountStaysAsItWas_data();
+    void anEmptiedAccountStaysAsItWas();
     void findsTheEditAtTheNextStart();
     void tellsTheHostTheEdit();
 
@@ -194,6 +196,36 @@ void tst_form_konto::keepsWithinItsBounds()
     form.typeNumber(keyKonto, 12345);
     QVERIFY(std::get<0>(konten()) <= 9999);
     QVERIFY(std::get<0>(konten()) >= 1);
+}
+
+void tst_form_konto::anEmptiedAccountStaysAsItWas_data()
+{
+    QTest::addColumn<bool>("byClosing");
+    QTest::newRow("the field is left") << false;
+    QTest::newRow("the window is closed") << true;
+}
+
+void tst_form_konto::anEmptiedAccountStaysAsItWas()
+{
+    QFETCH(bool, byClosing);
+    const FormPage form = start(3);
+    QVERIFY(QTest::qWaitForWindowActive(m_fixture.window.get()));
+    QSpinBox* box = form.number(keyKonto);
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClick(box, Qt::Key_Delete);
+    if (byClosing)
+        m_fixture.window->close();
+    else
+        QTest::keyClick(box, Qt::Key_Tab);
+    QCOMPARE(box->value(), 8400);
+    QCOMPARE(konten(), KontenTriple(8400, 4400, 8030));
+    if (byClosing)
+        return;
+    // A typed 0 is a number, and out of bounds.
+    form.typeNumber(keyKonto, 0);
+    QTest::keyClick(box, Qt::Key_Tab);
+    QCOMPARE(konten(), KontenTriple(1, 4400, 8030));
 }
 
 void tst_form_konto::findsTheEditAtTheNextStart()

@@ -36,7 +36,7 @@ private slots:
     void namesEveryFieldForAScreenReader();
     void readsStatusAndCounterOut();
     void showsNoEmptyToolBar();
-    void stylesAreOfAWindowWithAllButtons();
+    void isAFixedFormInAWindowWithAllButtons();
 
 private:
     /// True once a larger size has been laid out.
@@ -229,8 +229,9 @@ void tst_form_look::showsNoEmptyToolBar()
     QVERIFY(!bar->toggleViewAction()->isVisible());
 }
 
-void tst_form_look::stylesAreOfAWindowWithAllButtons()
+void tst_form_look::isAFixedFormInAWindowWithAllButtons()
 {
+    QCOMPARE(area()->widget()->layout()->sizeConstraint(), QLayout::SetFixedSize);
     QCOMPARE(m_fixture.window->windowFlags() & mod_form_qt::F_DIALOG_TITLE_MINMAX_CLOSE,
              mod_form_qt::F_DIALOG_TITLE_MINMAX_CLOSE);
 }

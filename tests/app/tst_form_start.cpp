@@ -1,3 +1,4 @@
+#include "app/globals.h"
 #include "tests/app/form_page.h"
 #include "tests/app/run_fixture.h"
 #include "tests/app/sample_orders.h"
@@ -50,6 +51,7 @@ private slots:
     void restartsOnASecondClickBeforeTheFirstTick();
     void asksTheAddressThatWasTypedLast();
     void sendsTheKeyThatWasTypedLast();
+    void ignoresASecondClickWhileItSaves();
     void locksTheButtonsDuringAPass();
     void ignoresTheIdCache();
 
@@ -246,6 +248,23 @@ void tst_form_start::sendsTheKeyThatWasTypedLast()
     QCOMPARE(authorization(), "Basic " + QByteArray("ck_two:").toBase64());
 }
 
+void tst_form_start::ignoresASecondClickWhileItSaves()
+{
+    // Without a secret store the boxes about it hold the saving up.
+    const FormPage form = start(complete());
+    form.type("api_key_chain", QStringLiteral("ck"));
+    int clicks = 0;
+    m_fixture.answers.whenShown([&](QMessageBox& box) {
+        if (box.windowTitle() == QStringLiteral("Fehler beim Verschlüsseln:") && clicks++ == 0)
+            emit form.button(startText)->clicked(false);
+    });
+    form.click(startText);
+    m_fixture.answers.whenShown(nullptr);
+    QCOMPARE(clicks, 1); // one secret, one saving
+    QTRY_COMPARE_WITH_TIMEOUT(m_fixture.answers.titles().count(question), 1, 30000);
+    QCOMPARE(m_folder.exportedLines().size(), 2 + 3);
+}
+
 void tst_form_start::locksTheButtonsDuringAPass()
 {
     const FormPage form = start(complete());
@@ -271,6 +290,7 @@ void tst_form_start::ignoresTheIdCache()
     runByClick(form);
     QCOMPARE(m_folder.exportedLines().mid(1), rows);
     QCOMPARE(rows.size(), 1 + 3);
+    QVERIFY(importHash.empty());
 }
 
 LEDORA_APP_TEST_MAIN(tst_form_start)
