@@ -6,6 +6,7 @@
 #include "form/events/event_filter.h"
 #include "form/rows/row_family.h"
 #include "form/values/row_value.h"
+#include "form/values/unchanged_values.h"
 #include "form/widgets/helper_windows.h"
 
 #include <QActionGroup>
@@ -14,6 +15,8 @@
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QVBoxLayout>
+
+#include <ranges>
 
 namespace mod_form_qt {
 
@@ -267,6 +270,7 @@ void FormBuilder::finish()
     fitGroupBoxes();
 
     FormContext& form = *m_context.form;
+    notePlainRows(m_context.plainKeys, form.map);
     INFO timerRow = form.mainRow;
     timerRow.callback = {}; // as the main row's it runs in any case
     m_context.addTimers(INFO::Option::ofParam(form.mainRow.param).value(INFO::Option::timerKey),
@@ -367,8 +371,7 @@ void FormBuilder::groupActions() const
 void FormBuilder::fitGroupBoxes() const
 {
     // Inner ones first: what they need is part of what the outer ones need.
-    for (auto next = m_context.groupBoxes.rbegin(); next != m_context.groupBoxes.rend(); ++next) {
-        const QPointer<QGroupBox>& box = *next;
+    for (const QPointer<QGroupBox>& box : std::views::reverse(m_context.groupBoxes)) {
         const bool shrinks = box && WIDGET_INFO::isBitSet(box.data(), A_H_ALLOW_SHRINK);
         if (box == nullptr || box->title().isEmpty() || shrinks)
             continue;

@@ -20,6 +20,9 @@ int takeColumns(OpenLayout& open, int gridColumn, int span)
 
 } // namespace
 
+// Alignments are set on the items: given what is in it, a layout would look for that from its first
+// item, which takes long in one of thousands.
+
 void addWidgetToLayout(QWidget* widget, int stretch, Qt::Alignment alignment, int gridColumn,
                        int span, BuildContext& context)
 {
@@ -33,10 +36,10 @@ void addWidgetToLayout(QWidget* widget, int stretch, Qt::Alignment alignment, in
         box->addWidget(widget, stretch, alignment);
     } else if (auto* rows = qobject_cast<QFormLayout*>(open->layout)) {
         rows->addRow(widget);
-        rows->setAlignment(widget, alignment);
+        rows->itemAt(rows->rowCount() - 1, QFormLayout::SpanningRole)->setAlignment(alignment);
     } else {
         open->layout->addWidget(widget);
-        open->layout->setAlignment(widget, alignment);
+        open->layout->itemAt(open->layout->count() - 1)->setAlignment(alignment);
     }
 }
 
@@ -58,7 +61,7 @@ void addLayoutToLayout(QLayout* layout, int stretch, Qt::Alignment alignment, in
     else
         open->layout->addItem(layout);
     if (alignment)
-        open->layout->setAlignment(layout, alignment);
+        layout->setAlignment(alignment);
 }
 
 void addItemToLayout(QSpacerItem* item, const PreparedRow& row, BuildContext& context)

@@ -16,6 +16,17 @@ namespace {
 
 using Option = INFO::Option;
 
+/// Notes whether a row may be left alone when it is given the value that the map has.
+/// \param shared  another row has that key
+void notePlain(const PreparedRow& row, bool bound, bool shared, BuildContext& context)
+{
+    if (shared)
+        context.plainKeys.remove(row.row.key);
+    else if (!bound && !row.row.key.isEmpty() && isValueRow(row.row.eleType)
+             && !row.has(A_SKIP_SETDATA))
+        context.plainKeys.insert(row.row.key);
+}
+
 /// The widgets that have no place yet.
 std::vector<RowWidget> unplaced(const BuiltRow& built)
 {
@@ -48,6 +59,7 @@ void record(const PreparedRow& row, const BuiltRow& built, BuildContext& context
     WIDGET_INFO& info = recordOf(row.row.key, context.map());
     const QVariant options = row.option.map();
     const bool bound = INFO::isVariantPtr(row.row.data) || INFO::isListDataPtr(row.row.data);
+    notePlain(row, bound, !info.empty(), context);
     bool emits = true; // the first widget that has the value
     int pos = 0;
     for (const RowWidget& widget : built.widgets) {
@@ -109,6 +121,21 @@ bool isPlainButton(const RowWidget& widget)
     return widget.type == E_BUTTON || widget.type == E_CHECKBOX || widget.type == E_RADIOBUTTON;
 }
 
+/// Keeps the title of a row for inputs without one that follow it.
+void noteTitle(const PreparedRow& row, const BuiltRow& built, OpenLayout& open)
+{
+    const RowWidget& first = built.widgets.front();
+    if (row.plainTitle.isEmpty()) {
+        // Some inputs, a list box among them, are called what they show unless a label is theirs.
+        if (open.lastLabel && !open.lastLabel->buddy()
+            && first.widget->focusPolicy() != Qt::NoFocus)
+            open.lastLabel->setBuddy(first.widget);
+    } else if (first.type != E_BUTTON || built.widgets.size() > 1) {
+        open.lastTitle = row.plainTitle;
+        open.lastLabel = row.row.eleType == E_LABEL ? qobject_cast<QLabel*>(first.widget) : nullptr;
+    }
+}
+
 void setNames(const PreparedRow& row, const BuiltRow& built, BuildContext& context)
 {
     const bool mandatory = row.option.value(Option::mandatoryKey).toBool();
@@ -129,10 +156,8 @@ void setNames(const PreparedRow& row, const BuiltRow& built, BuildContext& conte
         else if (button && isPlainButton(widget) && text != name)
             widget.widget->setAccessibleDescription(text);
     }
-    const bool names = !row.plainTitle.isEmpty()
-        && (built.widgets.front().type != E_BUTTON || built.widgets.size() > 1);
-    if (names && context.top())
-        context.top()->lastTitle = row.plainTitle;
+    if (context.top())
+        noteTitle(row, built, *context.top());
 }
 
 // ---------------------------------------------------------------- the place

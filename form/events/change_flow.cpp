@@ -27,12 +27,6 @@ constexpr const char* lastValuePropertyKey = "mod_form_qt_last";
 /// Property in which a date edit keeps the last good date.
 constexpr const char* lastDatePropertyKey = "_lastDate";
 
-/// Not `==` alone, which takes "05" and 5 for the same.
-bool isSame(const QVariant& one, const QVariant& other)
-{
-    return one.metaType() == other.metaType() && one == other;
-}
-
 /// The map entry of a widget of the caller's first holds the pointer to it.
 bool isObject(const QVariant& value)
 {
@@ -107,7 +101,8 @@ void rememberDate(QDateEdit* edit, const QVariant& value)
 
 QDateEdit* dateEdit(QWidget* widget)
 {
-    return WIDGET_INFO::typeExt(widget) == E_DATE ? qobject_cast<QDateEdit*>(widget) : nullptr;
+    auto* edit = qobject_cast<QDateEdit*>(widget);
+    return edit && WIDGET_INFO::typeExt(edit) == E_DATE ? edit : nullptr;
 }
 
 // ------------------------------------------------------------------ inputs
@@ -264,9 +259,9 @@ struct SelectionChange
 
     T_LISTDATA marksFor(const QVariant& selection) const
     {
-        if (isSame(selection, selectionOf(now, several)))
+        if (isSameValue(selection, selectionOf(now, several)))
             return now;
-        if (isSame(selection, selectionOf(before, several)))
+        if (isSameValue(selection, selectionOf(before, several)))
             return before;
         T_LISTDATA list = now;
         markSelection(list, selectionValues(selection), several);
@@ -315,7 +310,7 @@ ChangeOutcome offerChange(const INFO& row, const INFO& mainRow, const QPointer<Q
                 change.show(previous);
             return ChangeOutcome::Refused;
         }
-        if (!isSame(result, change.value))
+        if (!isSameValue(result, change.value))
             change.show(result);
     }
     const bool differs = result != previous;

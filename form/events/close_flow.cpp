@@ -57,12 +57,20 @@ bool closeForm(const std::shared_ptr<FormContext>& form, const INFO& row, QWidge
     if (closingDecided(window))
         return false;
     const ClosingGuard guard(kept);
+    // A callback may end the dialog itself; that has been reported then.
+    const int wanted = type == kAccept ? QDialog::Accepted : QDialog::Rejected;
+    bool ended = false;
+    const QObject asking;
+    if (const auto* dialog = qobject_cast<QDialog*>(window)) {
+        QObject::connect(dialog, &QDialog::finished, &asking,
+                         [&ended, wanted](int result) { ended = result == wanted; });
+    }
     if (type == kAccept)
         endEditing(window);
     if (!kept->live()
         || !INFO::canClose(window, widget, type, row, kept->mainRow, kept->map, kept->saveKeys))
         return false;
-    if (window && kept->live())
+    if (window && kept->live() && (!ended || window->isVisible()))
         endWindow(window, type == kAccept);
     return true;
 }

@@ -31,6 +31,8 @@ namespace {
 
 /// Set on what a closed group has hidden.
 constexpr const char* hiddenByGroupPropertyKey = "mod_form_qt_hidden_by_group";
+/// Keeps, on the layout of a closed group, the margins that it has when it is open.
+constexpr const char* marginsPropertyKey = "mod_form_qt_margins";
 /// Holds, on an exclusive group of actions, the one that the choice of another has unchecked.
 constexpr const char* replacedActionPropertyKey = "mod_form_qt_replaced";
 
@@ -243,6 +245,17 @@ void setItemVisible(QWidget* widget, bool visible)
     widget->setVisible(false);
 }
 
+void setItemsVisible(const QLayout* layout, bool visible)
+{
+    for (int index = 0; layout && index < layout->count(); ++index) {
+        QLayoutItem* item = layout->itemAt(index);
+        if (QWidget* widget = item->widget())
+            setItemVisible(widget, visible);
+        else
+            setItemsVisible(item->layout(), visible);
+    }
+}
+
 } // namespace
 
 void connectRowWidget(const RowHandle& row, QWidget* widget, QList<QString>& signalNames)
@@ -319,12 +332,17 @@ void connectTimer(const RowHandle& row, QTimer* timer)
 
 void setGroupContentsVisible(QLayout* contents, bool visible)
 {
-    for (int index = 0; contents && index < contents->count(); ++index) {
-        QLayoutItem* item = contents->itemAt(index);
-        if (QWidget* widget = item->widget())
-            setItemVisible(widget, visible);
-        else
-            setGroupContentsVisible(item->layout(), visible);
+    if (contents == nullptr)
+        return;
+    setItemsVisible(contents, visible);
+    // What is hidden needs no room around it.
+    const QVariant kept = contents->property(marginsPropertyKey);
+    if (!visible && !kept.isValid()) {
+        contents->setProperty(marginsPropertyKey, QVariant::fromValue(contents->contentsMargins()));
+        contents->setContentsMargins(0, 0, 0, 0);
+    } else if (visible && kept.isValid()) {
+        contents->setContentsMargins(kept.value<QMargins>());
+        contents->setProperty(marginsPropertyKey, QVariant());
     }
 }
 

@@ -4,6 +4,7 @@
 #include "form/events/form_context.h"
 
 #include <QGroupBox>
+#include <QLabel>
 #include <QPoint>
 #include <QTabWidget>
 
@@ -21,6 +22,7 @@ struct OpenLayout
     bool closedGroup = false; ///< it is hidden until its group is opened
     bool page = false; ///< closed by the next page or the end of the tab widget
     QString lastTitle; ///< what an input without a title of its own is named after
+    QPointer<QLabel> lastLabel; ///< the row of its own that this title is, if it is one
 };
 
 /// A tab widget whose pages are being filled.
@@ -61,6 +63,7 @@ struct BuildContext
     Qt::Alignment defaultAlign;
     QMap<int, QFlags<Qt::AlignmentFlag>> defaultTypeAlign;
     QSet<QString> loadedKeys; ///< keys whose values have just come from a file
+    QSet<QString> plainKeys; ///< see `notePlainRows`
 
     std::vector<OpenLayout> layouts;
     std::vector<OpenTabs> tabs;

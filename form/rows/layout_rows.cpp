@@ -138,8 +138,10 @@ void openLayout(const PreparedRow& row, BuildContext& context, BuiltRow& built)
     open.layout = layout;
     open.container = wrapping.container;
     open.lastTitle = row.plainTitle;
-    if (const OpenLayout* around = context.top(); around && row.plainTitle.isEmpty())
+    if (const OpenLayout* around = context.top(); around && row.plainTitle.isEmpty()) {
         open.lastTitle = around->lastTitle;
+        open.lastLabel = around->lastLabel;
+    }
     if (wrapping.group == nullptr) {
         if (row.has(A_HIDE))
             open.hideAtEnd = layout;

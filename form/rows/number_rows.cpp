@@ -142,6 +142,28 @@ void dress(SpinBox* box, const NumberRow& number)
     }
 }
 
+/// A spin box that takes nothing typed for no number to be corrected: an emptied field shows its
+/// number again, instead of the nearest bound.
+template <typename Base>
+class NumberBox : public Base
+{
+public:
+    using Base::Base;
+
+    void fixup(QString& text) const override
+    {
+        QString typed = text;
+        if (typed.startsWith(this->prefix()))
+            typed.remove(0, this->prefix().size());
+        if (typed.endsWith(this->suffix()))
+            typed.chop(this->suffix().size());
+        if (typed.trimmed().isEmpty())
+            text = this->prefix() + this->textFromValue(this->value()) + this->suffix();
+        else
+            Base::fixup(text);
+    }
+};
+
 int toSpinBox(qint64 number)
 {
     return int(std::clamp<qint64>(number, std::numeric_limits<int>::min(),
@@ -156,7 +178,7 @@ int unsignedToSpinBox(quint64 number)
 QWidget* spinBox(const NumberRow& number, QWidget* parent)
 {
     const NumberBounds& bounds = number.bounds;
-    auto* box = new QSpinBox(parent);
+    auto* box = new NumberBox<QSpinBox>(parent);
     box->setEnabled(false);
     if (bounds.isSigned)
         box->setRange(toSpinBox(bounds.min), toSpinBox(bounds.max));
@@ -174,7 +196,7 @@ QWidget* spinBox(const NumberRow& number, QWidget* parent)
 
 QWidget* doubleSpinBox(const NumberRow& number, QWidget* parent)
 {
-    auto* box = new QDoubleSpinBox(parent);
+    auto* box = new NumberBox<QDoubleSpinBox>(parent);
     box->setEnabled(false);
     box->setDecimals(number.precision);
     box->setRange(number.bounds.realMin, number.bounds.realMax);

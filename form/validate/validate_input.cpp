@@ -1,11 +1,11 @@
 #include "form/model/info_option.h"
 #include "form/values/data.h"
 #include "form/widgets/check_combo_box.h"
+#include "form/widgets/message_box.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QRegularExpressionValidator>
 #include <QTextEdit>
 
@@ -153,12 +153,7 @@ bool INFO::validateInput(QWidget* parent, QMap<QString, QVariant>* map)
     }
     if (failure.isEmpty())
         return true;
-    // Not on the stack: while it is open its parent may die, and then takes it along.
-    const QPointer<QMessageBox> box =
-        new QMessageBox(QMessageBox::Information, tr("Fehler:"), failure, QMessageBox::Ok, parent);
-    box->setTextFormat(Qt::PlainText); // what the user typed is shown as typed
-    box->exec();
-    delete box;
+    askUser(QMessageBox::Information, parent, tr("Fehler:"), failure, QMessageBox::Ok);
     return false;
 }
 

@@ -104,27 +104,56 @@ public:
 
     bool isMarked(int place) const override
     {
-        const QListWidgetItem* item = m_list->item(place);
-        return m_checkable ? item->checkState() == Qt::Checked : item->isSelected();
+        return m_checkable ? m_list->item(place)->checkState() == Qt::Checked : selected()[place];
     }
 
     bool isMulti() const override { return m_multi; }
 
     void setMarks(const std::vector<bool>& marks) override
     {
+        if (!m_checkable) {
+            select(marks);
+            return;
+        }
         for (int place = 0; place < int(marks.size()); ++place) {
-            if (isMarked(place) == marks[place])
-                continue;
-            QListWidgetItem* item = m_list->item(place);
-            if (m_checkable)
-                item->setCheckState(marks[place] ? Qt::Checked : Qt::Unchecked);
-            else
-                item->setSelected(marks[place]);
+            if (isMarked(place) != marks[place])
+                m_list->item(place)->setCheckState(marks[place] ? Qt::Checked : Qt::Unchecked);
         }
     }
 
 private:
+    // All at once: an item alone is looked up among all that are selected.
+
+    const std::vector<bool>& selected() const
+    {
+        if (m_selected.empty()) {
+            m_selected.resize(m_list->count());
+            const QItemSelection selection = m_list->selectionModel()->selection();
+            for (const QItemSelectionRange& range : selection)
+                std::fill(m_selected.begin() + range.top(), m_selected.begin() + range.bottom() + 1,
+                          true);
+        }
+        return m_selected;
+    }
+
+    void select(const std::vector<bool>& marks)
+    {
+        if (marks == selected() || m_list->selectionMode() == QAbstractItemView::NoSelection)
+            return;
+        const auto index = [this](auto place) { return m_list->model()->index(int(place), 0); };
+        QItemSelection selection;
+        for (auto from = std::find(marks.begin(), marks.end(), true); from != marks.end();) {
+            const auto to = std::find(from, marks.end(), false);
+            selection.append(
+                QItemSelectionRange(index(from - marks.begin()), index(to - marks.begin() - 1)));
+            from = std::find(to, marks.end(), true);
+        }
+        m_selected.clear();
+        m_list->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    }
+
     QListWidget* m_list;
+    mutable std::vector<bool> m_selected; // empty: not known
     bool m_checkable;
     bool m_multi;
 };

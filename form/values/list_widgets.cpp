@@ -1,6 +1,7 @@
 #include "form/values/list_widgets.h"
 
 #include "form/values/list_items.h"
+#include "form/values/value_index.h"
 #include "form/widgets/check_combo_box.h"
 
 #include <QActionGroup>
@@ -56,20 +57,19 @@ std::vector<bool> marksOf(const std::vector<const QVariant*>& values, const QVar
                           bool multi, QVariantList* matched)
 {
     std::vector<bool> marks(values.size(), false);
+    const ValueIndex places(values, selection.size());
     for (const QVariant& wanted : selection) {
-        bool found = false;
-        for (size_t index = 0; index < values.size(); ++index) {
-            if (*values[index] != wanted)
-                continue;
-            marks[index] = true;
-            found = true;
-            if (!multi)
-                break;
-        }
-        if (found && matched)
+        const std::vector<size_t> found = places.find(wanted);
+        if (found.empty())
+            continue;
+        if (matched)
             matched->append(wanted);
-        if (found && !multi)
+        if (!multi) {
+            marks[found.front()] = true;
             break;
+        }
+        for (const size_t index : found)
+            marks[index] = true;
     }
     return marks;
 }

@@ -93,6 +93,9 @@ void INFO::setProps(QWidget* widget, int index, const Option& option)
 Qt::Alignment INFO::align(QWidget* widget, int index, const Option& option, Qt::Alignment fallback,
                           const QMap<int, QFlags<Qt::AlignmentFlag>>& byType)
 {
+    if (!fallback && byType.isEmpty() && !option.mayHaveNumbered(Option::indexAlignKey)
+        && !option.mayHaveNumbered(Option::typeAlignKey))
+        return {};
     const int type = WIDGET_INFO::type(widget);
     const int typeExt = WIDGET_INFO::typeExt(widget);
     const auto [found, wanted] = wantedAlignment(index, type, typeExt, option, byType);

@@ -122,7 +122,7 @@ void storeValue(const QVariant& bound, QMap<QString, QVariant>* map, const QStri
     if (entry == map->constEnd())
         map->insert(key, isBound ? bound : value);
     else if (!isBinding(*entry))
-        map->insert(key, value);
+        map->insert(entry, key, value);
     else if (!isBound || *entry != bound)
         writeThrough(QVariant(*entry), value);
 }
@@ -180,6 +180,40 @@ T_LISTDATA RowValue::readList() const
 void RowValue::writeList(const T_LISTDATA& list)
 {
     storeList(m_bound, m_map, m_key, list);
+}
+
+bool isSameText(const QString& one, const QString& other)
+{
+    if (one.size() != other.size())
+        return false;
+    return one.constData() == other.constData() || one == other;
+}
+
+bool isSameValue(const QVariant& one, const QVariant& other)
+{
+    if (one.metaType() != other.metaType())
+        return false;
+    if (one.metaType() != QMetaType::fromType<QString>())
+        return one == other;
+    return isSameText(*static_cast<const QString*>(one.constData()),
+                      *static_cast<const QString*>(other.constData()));
+}
+
+bool isValueRow(int eleType)
+{
+    switch (eleType) {
+    case E_NUMBER:
+    case E_DATE:
+    case E_DATETIME:
+    case E_TEXTEDIT:
+    case E_PLAINTEXT:
+    case E_LINEEDIT:
+    case E_CHECKBOX:
+    case E_RADIOBUTTON:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool usesMapValue(const INFO& row, bool useMapValues, const QSet<QString>& loadedKeys)

@@ -57,6 +57,17 @@ void storeList(const QVariant& bound, QMap<QString, QVariant>* map, const QStrin
 const T_LISTDATA* findList(const QVariant& bound, const QMap<QString, QVariant>* map,
                            const QString& key);
 
+/// \return  true for values of one type that are equal. Not `==` alone, which takes "05" and 5 for
+///          the same
+bool isSameValue(const QVariant& one, const QVariant& other);
+
+/// As `==`, but does not read texts that share their characters, as copies of one do.
+bool isSameText(const QString& one, const QString& other);
+
+/// \return  true for a row whose inputs show its value and nothing else: numbers, dates, texts,
+///          check boxes and radio buttons
+bool isValueRow(int eleType);
+
 /// \return  true if the row takes its first value from the map
 bool usesMapValue(const INFO& row, bool useMapValues, const QSet<QString>& loadedKeys);
 

@@ -5,29 +5,26 @@
 #include "form/values/list_widgets.h"
 #include "form/values/row_value.h"
 #include "form/values/show_value.h"
+#include "form/values/unchanged_values.h"
 #include "form/widgets/check_combo_box.h"
 #include "form/widgets/image_widget.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSet>
 #include <QSignalBlocker>
-#include <QTextEdit>
+#include <QVarLengthArray>
+
+#include <algorithm>
 
 namespace mod_form_qt {
 
 namespace {
 
-/// What a row's new value has to go through, by row type.
+/// What a row's new value has to go through, by row type, beside that of the value rows.
 struct RowSets
 {
-    QSet<int> value = {E_NUMBER,    E_DATE,     E_DATETIME, E_TEXTEDIT,
-                       E_PLAINTEXT, E_LINEEDIT, E_CHECKBOX, E_RADIOBUTTON};
     QSet<int> valueButton = {
         E_OPENURL_BUTTON,          E_COLOR_BUTTON,           E_FONT_BUTTON, E_BROWSE_FOLDER_BUTTON,
         E_BROWSE_FILE_OPEN_BUTTON, E_BROWSE_FILE_SAVE_BUTTON};
@@ -52,56 +49,11 @@ void raise(const Pending& pending)
         INFO::triggerEmit(widget, onlyValid, immediate);
 }
 
-/// Not `==` alone, which takes "05" and 5 for the same.
-bool isSame(const QVariant& one, const QVariant& other)
+struct KnownWidget
 {
-    return one.metaType() == other.metaType() && one == other;
-}
-
-/// \return  the type of a row by one of its inputs, or by its label if it has nothing else
-int rowType(const WIDGET_INFO& row)
-{
-    int type = 0;
-    for (const QPointer<QWidget>& widget : row.widgets()) {
-        if (!widget)
-            continue;
-        type = WIDGET_INFO::typeExt(widget);
-        if (WIDGET_INFO::type(widget) != E_LABEL)
-            break;
-    }
-    return type;
-}
-
-bool isAlive(const WIDGET_INFO& row)
-{
-    for (const QPointer<QWidget>& widget : row.widgets()) {
-        if (widget)
-            return true;
-    }
-    return false;
-}
-
-/// \return  true for an input that is left alone if the map holds the value already. A line edit
-/// may
-///          also belong to a row that is made to show it in any case
-bool isLeftAlone(const QWidget* widget, const QVariant& value)
-{
-    if (const auto* edit = qobject_cast<const QLineEdit*>(widget))
-        return edit->text() == value.toString();
-    return qobject_cast<const QAbstractSpinBox*>(widget) || qobject_cast<const QCheckBox*>(widget)
-        || qobject_cast<const QRadioButton*>(widget) || qobject_cast<const QTextEdit*>(widget)
-        || qobject_cast<const QPlainTextEdit*>(widget);
-}
-
-/// \return  true if both the list data and a combo box have selected the item of that value
-bool showsOnly(const QComboBox* box, const T_LISTDATA& list, const QVariant& value)
-{
-    if (box == nullptr || qobject_cast<const helper::CheckComboBox*>(box))
-        return false;
-    const QVariant shown = box->currentData(listIndexRole);
-    const auto index = shown.isValid() ? size_t(shown.toInt()) : list.size();
-    return index < list.size() && std::get<1>(list[index]) && std::get<2>(list[index]) == value;
-}
+    QPointer<QWidget> widget;
+    bool isLabel = false;
+};
 
 /// Gives one row another value.
 class RowSetter
@@ -120,13 +72,14 @@ public:
     bool run();
 
 private:
-    bool isUnchanged() const;
+    void readWidgets();
+    void readBound();
     bool holds(const QVariant& value) const;
     bool setInRow();
     bool setValueRow();
-    bool setListRow(int type);
+    bool setListRow();
     bool setPathRow();
-    bool setValueButton(int type);
+    bool setValueButton();
     bool setGroup();
     bool setImage();
     bool store();
@@ -138,17 +91,45 @@ private:
     const QString& m_key;
     QVariant m_value;
     Pending* m_pending;
-    WIDGET_INFO m_row;
-    QVariant m_bound;
+    // What is known of the row. A property is slow to read: none is read twice.
+    QVarLengthArray<KnownWidget, 4> m_widgets; // that live
+    int m_type = 0; // of one of its inputs, or of its label if it has nothing else
+    QVariant m_bound; // the pointer that its widgets keep
 };
+
+void RowSetter::readWidgets()
+{
+    bool typeKnown = false;
+    for (const QPointer<QWidget>& widget : WIDGET_INFO::widgets(m_map, m_key).widgets()) {
+        if (!widget)
+            continue;
+        m_widgets.append({widget, WIDGET_INFO::type(widget) == E_LABEL});
+        if (m_widgets.last().isLabel || typeKnown)
+            continue;
+        m_type = WIDGET_INFO::typeExt(widget);
+        typeKnown = true;
+    }
+    if (!typeKnown && !m_widgets.isEmpty())
+        m_type = WIDGET_INFO::typeExt(m_widgets.last().widget);
+    readBound();
+}
+
+void RowSetter::readBound()
+{
+    // Labels have it only where there is nothing else.
+    const bool onlyLabels = std::all_of(m_widgets.cbegin(), m_widgets.cend(),
+                                        [](const KnownWidget& w) { return w.isLabel; });
+    for (auto index = m_widgets.size(); index-- > 0 && !m_bound.isValid();) {
+        const KnownWidget& widget = m_widgets[index];
+        if (!widget.isLabel || onlyLabels)
+            m_bound = widget.widget->property(boundPropertyKey);
+    }
+}
 
 bool RowSetter::run()
 {
-    m_row = WIDGET_INFO::widgets(m_map, m_key);
-    if (m_pending == nullptr && isUnchanged())
-        return true;
-    m_bound = boundPointer(m_row);
-    if (!isAlive(m_row)) {
+    readWidgets();
+    if (m_widgets.isEmpty()) {
         const auto entry = m_map->constFind(m_key);
         // A pointer must not be written through itself.
         if (entry != m_map->constEnd() && INFO::DATA<QVariant>(*entry).isPointer())
@@ -157,31 +138,6 @@ bool RowSetter::run()
     }
     m_value = INFO::DATA<QVariant>(m_value).value();
     return setInRow();
-}
-
-/// Tells whether a row can be left alone. Most keys of a form are given the value they have, and to
-/// read a property of a widget takes longer than all of this.
-bool RowSetter::isUnchanged() const
-{
-    const auto entry = m_map->constFind(m_key);
-    if (entry == m_map->constEnd())
-        return false;
-    if (m_row.empty())
-        return isSame(*entry, m_value);
-    const QWidget* input = m_row.widgets().constLast();
-    if (input == nullptr)
-        return false;
-    const T_LISTDATA* list = findList(*entry, nullptr, QString());
-    const auto* variable = INFO::isVariantPtr(*entry) ? entry->value<T_VARIANT_PTR>() : nullptr;
-    const bool unchanged = list
-        ? showsOnly(qobject_cast<const QComboBox*>(input), *list, m_value)
-        : isSame(variable ? *variable : *entry, m_value) && isLeftAlone(input, m_value);
-    if (!unchanged)
-        return false;
-    // A variable may be behind a plain entry that has replaced the pointer to it.
-    static const QByteArray boundProperty(boundPropertyKey);
-    return variable || INFO::isListDataPtr(*entry)
-        || !input->dynamicPropertyNames().contains(boundProperty);
 }
 
 /// \return  true if both the map and the row's variable have that value
@@ -195,17 +151,17 @@ bool RowSetter::holds(const QVariant& value) const
 bool RowSetter::setInRow()
 {
     const RowSets& sets = rowSets();
-    const int type = rowType(m_row);
+    const int type = m_type;
     if (sets.plainButton.contains(type))
         return false;
-    if (sets.value.contains(type))
+    if (isValueRow(type))
         return setValueRow();
     if (sets.list.contains(type))
-        return setListRow(type);
+        return setListRow();
     if (sets.path.contains(type))
         return setPathRow();
     if (sets.valueButton.contains(type))
-        return setValueButton(type);
+        return setValueButton();
     if (isLayoutOpener(type))
         return setGroup();
     if (type == E_IMAGE)
@@ -216,7 +172,7 @@ bool RowSetter::setInRow()
 bool RowSetter::store()
 {
     const auto entry = m_map->constFind(m_key);
-    if (m_bound.isValid() || entry == m_map->constEnd() || !isSame(*entry, m_value))
+    if (m_bound.isValid() || entry == m_map->constEnd() || !isSameValue(*entry, m_value))
         storeValue(m_bound, m_map, m_key, m_value);
     return true;
 }
@@ -226,10 +182,9 @@ template <typename T>
 QList<T*> RowSetter::inputs() const
 {
     QList<T*> found;
-    for (const QPointer<QWidget>& widget : m_row.widgets()) {
-        auto* input = qobject_cast<T*>(widget.data());
-        if (input && WIDGET_INFO::type(widget) != E_LABEL
-            && !WIDGET_INFO::isBitSet(widget, A_SKIP_SETDATA))
+    for (const KnownWidget& candidate : m_widgets) {
+        auto* input = qobject_cast<T*>(candidate.widget.data());
+        if (input && !candidate.isLabel && !WIDGET_INFO::isBitSet(input, A_SKIP_SETDATA))
             found.append(input);
     }
     return found;
@@ -250,20 +205,20 @@ bool RowSetter::setValueRow()
     const QList<QWidget*> widgets = inputs<QWidget>();
     if (widgets.isEmpty())
         return false;
-    const bool isDate = rowType(m_row) == E_DATE;
+    const bool isDate = m_type == E_DATE;
     if (isDate)
         m_value = dateOrInvalid(m_value);
     if (holds(m_value))
         return true;
     for (QWidget* widget : widgets)
-        showValue(widget, m_value, m_map, m_key);
+        showValue(widget, m_type, m_value, m_map, m_key);
     store();
     for (QWidget* widget : widgets)
         notePending(widget, m_value.isValid() && !(isDate && m_value == INFO::dateInvalid));
     return true;
 }
 
-bool RowSetter::setListRow(int type)
+bool RowSetter::setListRow()
 {
     bool taken = false;
     for (QWidget* widget : inputs<QWidget>()) {
@@ -273,7 +228,7 @@ bool RowSetter::setListRow(int type)
         const std::bitset<256> attr = WIDGET_INFO::flags(widget);
         if (!taken) {
             INFO::selectListCtrlBySelData(m_map, m_key, m_value);
-            if (!INFO::setListSelData(m_map, m_key, m_value, isMultiSelection(type, attr)))
+            if (!INFO::setListSelData(m_map, m_key, m_value, isMultiSelection(m_type, attr)))
                 store();
         }
         taken = true;
@@ -299,16 +254,16 @@ bool RowSetter::setPathRow()
     return true;
 }
 
-bool RowSetter::setValueButton(int type)
+bool RowSetter::setValueButton()
 {
     const QList<QPushButton*> buttons = inputs<QPushButton>();
     if (buttons.isEmpty())
         return false;
     store();
     for (QPushButton* button : buttons) {
-        if (type == E_COLOR_BUTTON)
+        if (m_type == E_COLOR_BUTTON)
             showColor(button, m_value);
-        else if (type == E_FONT_BUTTON)
+        else if (m_type == E_FONT_BUTTON)
             showFont(button, m_value);
         notePending(button, m_value.isValid());
     }
@@ -345,15 +300,17 @@ bool RowSetter::setImage()
 bool setBoundRow(QMap<QString, QVariant>* map, const QVariant& variable, const QVariant& value,
                  bool emitChange)
 {
-    const WIDGET_INFO row = INFO::boundRow(map, variable);
-    if (!isAlive(row))
-        return false;
     // Not by INFO::setData: a row without a key of its own has a temporary one.
     QString key;
-    for (const QPointer<QWidget>& widget : row.widgets()) {
-        if (widget)
-            key = WIDGET_INFO::paramName(widget);
+    bool lives = false;
+    for (const QPointer<QWidget>& widget : INFO::boundRow(map, variable).widgets()) {
+        if (widget == nullptr)
+            continue;
+        lives = true;
+        key = WIDGET_INFO::paramName(widget);
     }
+    if (!lives)
+        return false;
     Pending pending;
     RowSetter(map, key, value, emitChange ? &pending : nullptr).run();
     raise(pending);
@@ -370,15 +327,20 @@ int INFO::setData(QMap<QString, QVariant>* map, const QMap<QString, QVariant>& v
     // The values may be those of the map itself.
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const QMap<QString, QVariant> kept = values;
+    UnchangedValues unchanged(map);
     Pending pending;
     int taken = 0;
     for (auto entry = kept.cbegin(); entry != kept.cend(); ++entry) {
         // What has no key stands in one record with all such rows.
         if (entry.key().isEmpty() || isTempKeyName(entry.key()))
             continue;
-        RowSetter setter(map, entry.key(), *entry, emitChange ? &pending : nullptr);
-        if (setter.run())
+        if (!emitChange && unchanged.holds(entry.key(), *entry)) {
             ++taken;
+            continue;
+        }
+        if (RowSetter(map, entry.key(), *entry, emitChange ? &pending : nullptr).run())
+            ++taken;
+        unchanged.forget();
     }
     raise(pending);
     return taken;

@@ -70,9 +70,14 @@ QDate dateOrInvalid(const QVariant& value)
 void showValue(QWidget* widget, const QVariant& value, const QMap<QString, QVariant>* map,
                const QString& key)
 {
-    const int type = WIDGET_INFO::typeExt(widget);
+    showValue(widget, WIDGET_INFO::typeExt(widget), value, map, key);
+}
+
+void showValue(QWidget* widget, int eleType, const QVariant& value,
+               const QMap<QString, QVariant>* map, const QString& key)
+{
     auto* date = qobject_cast<QDateEdit*>(widget);
-    if (date && type == E_DATE) {
+    if (date && eleType == E_DATE) {
         showDate(date, value, map, key);
         return;
     }
@@ -81,7 +86,7 @@ void showValue(QWidget* widget, const QVariant& value, const QMap<QString, QVari
     for (QAbstractButton* other : exclusiveSiblings(widget))
         quiet.push_back(std::make_unique<INFO::EVENTBLOCK>(other));
     QVariant shown = value;
-    if (type == E_NUMBER && qobject_cast<QLineEdit*>(widget))
+    if (eleType == E_NUMBER && qobject_cast<QLineEdit*>(widget))
         shown = numberTextFor(widget, value);
     INFO::getSetData(widget, true, true, shown);
 }

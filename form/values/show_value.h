@@ -14,5 +14,9 @@ QDate dateOrInvalid(const QVariant& value);
 /// \param key    of the row, whose other widgets are found in the map
 void showValue(QWidget* widget, const QVariant& value, const QMap<QString, QVariant>* map,
                const QString& key);
+/// As above.
+/// \param eleType  type of the row
+void showValue(QWidget* widget, int eleType, const QVariant& value,
+               const QMap<QString, QVariant>* map, const QString& key);
 
 } // namespace mod_form_qt

@@ -61,6 +61,8 @@ private slots:
     void acceptedMainWindowRaisesNothingMore();
     void exitCodeStandsBeforeTheWindowCloses();
     void hiddenDialogIsNotAskedAgain();
+    void dialogThatItsCallbackEndsReportsItOnce_data();
+    void dialogThatItsCallbackEndsReportsItOnce();
     void hideEndsARunningDialogWithCleanup();
     void cleanupComesBeforeDeletion();
     void destructorRaisesNothing();
@@ -363,6 +365,36 @@ void tst_closing::hiddenDialogIsNotAskedAgain()
     dialog.close();
     QCOMPARE(m_probe.closings(), QStringList({"kAccept", "kCleanup"}));
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
+}
+
+void tst_closing::dialogThatItsCallbackEndsReportsItOnce_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<int>("code");
+    QTest::newRow("accepted") << "ok" << int(QDialog::Accepted);
+    QTest::newRow("rejected") << "cancel" << int(QDialog::Rejected);
+    QTest::newRow("closed") << "close" << int(QDialog::Rejected);
+}
+
+void tst_closing::dialogThatItsCallbackEndsReportsItOnce()
+{
+    QFETCH(QString, button);
+    QFETCH(int, code);
+    QDialog dialog;
+    for (const bool byCallback : {true, false}) {
+        m_probe.also = [&](const CallbackContext& ctx) {
+            const bool closing = ctx.type == kAccept || ctx.type == kReject || ctx.type == kClose;
+            if (closing && byCallback)
+                dialog.done(code);
+        };
+        INFO::applyLayout(&dialog, true, "", closableRows(), {}, {}, &m_map, nullptr,
+                          m_probe.callback());
+        const QSignalSpy finished(&dialog, &QDialog::finished);
+        dialog.show();
+        clickButton(m_map, qPrintable(button));
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(finished, QList<QVariantList>({{code}}));
+    }
 }
 
 void tst_closing::hideEndsARunningDialogWithCleanup()

@@ -33,6 +33,10 @@ private slots:
     void withoutMultiTheFirstMatchIsMarked();
     void listDataCountsByItsMarks();
     void tellsWhichValuesWereFound();
+    void longSelectionsFindWhatShortOnesDo_data();
+    void longSelectionsFindWhatShortOnesDo();
+    void thousandsOfItemsAreMarked_data();
+    void thousandsOfItemsAreMarked();
     void loadedSelectionMarksTheList_data();
     void loadedSelectionMarksTheList();
     void loadedSelectionIsWrittenThroughAPointer();
@@ -142,6 +146,83 @@ void tst_list_selection::tellsWhichValuesWereFound()
     QCOMPARE(marks(map["a"]), "B");
     QVERIFY(!INFO::userSelDataToListData(&map, "b", "a", false, matched));
     QVERIFY(matched.isEmpty());
+}
+
+void tst_list_selection::longSelectionsFindWhatShortOnesDo_data()
+{
+    QTest::addColumn<QVariantList>("values");
+    QTest::addColumn<QVariantList>("selection");
+    QTest::addColumn<QVariantList>("found");
+    const QVariantList numbers {1, 2, 3, 2};
+    QTest::newRow("texts") << QVariantList {"a", "b", "c"} << QVariantList {"c", "a", "d"}
+                           << QVariantList {"c", "a"};
+    QTest::newRow("equal texts") << QVariantList {"a", "b", "a"} << QVariantList {"a"}
+                                 << QVariantList {"a"};
+    QTest::newRow("no text and an empty one")
+        << QVariantList {QString(), "b"} << QVariantList {QString("")} << QVariantList {QString()};
+    QTest::newRow("numbers") << numbers << QVariantList {3, 2} << QVariantList {3, 2};
+    QTest::newRow("numbers of another type")
+        << numbers << QVariantList {3.0, 2U, qint64(1)} << QVariantList {3.0, 2U, qint64(1)};
+    QTest::newRow("decimals") << QVariantList {1.5, 2.0} << QVariantList {2.0, 1.5}
+                              << QVariantList {2.0, 1.5};
+    QTest::newRow("mixed") << QVariantList {"a", 1, true, QDate(2024, 2, 29)}
+                           << QVariantList {QDate(2024, 2, 29), "a"}
+                           << QVariantList {QDate(2024, 2, 29), "a"};
+    QTest::newRow("none") << QVariantList {} << QVariantList {"a"} << QVariantList {};
+}
+
+void tst_list_selection::longSelectionsFindWhatShortOnesDo()
+{
+    QFETCH(QVariantList, values);
+    QFETCH(QVariantList, selection);
+    QFETCH(QVariantList, found);
+    T_LISTDATA list;
+    for (const QVariant& value : values)
+        list.push_back(ListItem("item", false, value, {}));
+    QVariantList longer;
+    for (int missing = 0; missing < 20; ++missing)
+        longer.append(QStringLiteral("missing %1").arg(missing));
+    longer += selection;
+    for (const bool multi : {true, false}) {
+        QVariantList matched;
+        const std::vector<bool> marks = selectionMarks(list, longer, multi, &matched);
+        QCOMPARE(marks, selectionMarks(list, selection, multi));
+        QCOMPARE(matched, multi ? found : found.mid(0, 1));
+        QCOMPARE(std::count(marks.begin(), marks.end(), true) > 0, !found.isEmpty());
+    }
+}
+
+void tst_list_selection::thousandsOfItemsAreMarked_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("checkable");
+    QTest::newRow("list") << E_LISTBOX << false;
+    QTest::newRow("list of check boxes") << E_LISTBOX << true;
+    QTest::newRow("check combo box") << E_CHECKCOMBOBOX << false;
+}
+
+void tst_list_selection::thousandsOfItemsAreMarked()
+{
+    QFETCH(int, type);
+    QFETCH(bool, checkable);
+    const std::bitset<256> attr = checkable ? A_CHECKBOX : A_MULTISEL;
+    T_LISTDATA list;
+    QVariantList odd;
+    QVariantList even;
+    for (int value = 0; value < 3000; ++value) {
+        list.push_back(ListItem(QString::number(value), false, value, {}));
+        (value % 2 ? odd : even).append(value);
+    }
+    HandMadeForm form;
+    QWidget* widget = type == E_LISTBOX
+        ? static_cast<QWidget*>(addList<QListWidget>(form, type, "a", list, attr))
+        : addList<helper::CheckComboBox>(form, type, "a", list, attr);
+    const QVariantList ends {0, 1, 2, 2998, 2999};
+    for (const QVariantList& selection : {odd, even, ends, QVariantList()}) {
+        QCOMPARE(INFO::setData(&form.map, "a", selection, false), 1);
+        QCOMPARE(selectedValues(widget, attr), selection);
+        QCOMPARE(INFO::getSelectedListValues(form.map["a"]), selection);
+    }
 }
 
 void tst_list_selection::loadedSelectionMarksTheList_data()

@@ -1,0 +1,19 @@
+#include "form/widgets/message_box.h"
+
+#include <QPointer>
+
+namespace mod_form_qt {
+
+QMessageBox::StandardButton askUser(QMessageBox::Icon icon, QWidget* parent, const QString& title,
+                                    const QString& text, QMessageBox::StandardButtons buttons)
+{
+    // Not on the stack: while it is open its parent may die, and then takes it along.
+    const QPointer<QMessageBox> box = new QMessageBox(icon, title, text, buttons, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->exec();
+    const auto answer = box ? box->standardButton(box->clickedButton()) : QMessageBox::NoButton;
+    delete box;
+    return answer;
+}
+
+} // namespace mod_form_qt
