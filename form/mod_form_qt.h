@@ -3,9 +3,12 @@
 /// Everything a user of the form engine needs.
 
 #include "form/dialog/dialog_base.h"
+#include "form/dialog/password_dialogs.h"
 #include "form/events/event_filter.h"
 #include "form/events/validator.h"
+#include "form/menus/menu_entries.h"
 #include "form/menus/menu_search.h"
+#include "form/menus/tree_menu.h"
 #include "form/model/attributes.h"
 #include "form/model/callback.h"
 #include "form/model/info.h"

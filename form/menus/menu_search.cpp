@@ -3,13 +3,10 @@
 #include <QLoggingCategory>
 #include <QMenuBar>
 #include <QStatusBar>
-#include <QWidgetAction>
 
 namespace mod_form_qt {
 
 namespace {
-
-using PlacedEntry = std::pair<MenuEntry, QPointer<QMenu>>;
 
 void log(int level, const QString& text, const QString& kind)
 {
@@ -31,7 +28,7 @@ std::pair<MenuEntry, QString> entryOf(QAction* action)
     return {QPointer<QAction>(action), QStringLiteral("action")};
 }
 
-void walk(QMenu* menu, int level, std::vector<PlacedEntry>& out)
+void walk(QMenu* menu, int level, std::vector<PlacedMenuEntry>& out)
 {
     if (level == 0) {
         log(level, menu->title(), QStringLiteral("top-menu"));
@@ -73,7 +70,7 @@ void showTree(QMenu* menu, int level, std::vector<MenuEntry>* out)
 {
     if (menu == nullptr)
         return;
-    std::vector<PlacedEntry> entries;
+    std::vector<PlacedMenuEntry> entries;
     walk(menu, level, entries);
     if (out == nullptr)
         return;
@@ -94,7 +91,7 @@ QList<QPointer<QObject>> INFO::menus(const QMap<QString, QVariant>* map)
 void INFO::collectMenuData(const QMap<QString, QVariant>* map,
                            std::vector<std::pair<MenuEntry, QPointer<QMenu>>>* out)
 {
-    std::vector<PlacedEntry> entries;
+    std::vector<PlacedMenuEntry> entries;
     const QList<QPointer<QObject>> stored = menus(map);
     for (const QPointer<QObject>& object : stored) {
         if (auto* menu = qobject_cast<QMenu*>(object)) {

@@ -660,6 +660,20 @@ public:
                                    const QString& group, bool separateKeys = false,
                                    const QString& sumMapName = QString());
 
+    /// Writes a map as bytes, as `saveMapToIniFile` would write it to a file: big-endian, with a
+    /// magic number and a version, so that another machine or program can read it.
+    /// \param out   out: replaced
+    /// \param keys  if not null, only entries whose key it holds are written
+    /// \return      false if a value could not be written
+    static bool variantMapToByteArray(const QMap<QString, QVariant>& map, QByteArray& out,
+                                      const QSet<QString>* keys);
+
+    /// Reads back what `variantMapToByteArray` has written. The bytes may be damaged in any way.
+    /// \param map  out: untouched for bytes that are no such image, otherwise replaced; empty for an
+    ///             image that is damaged
+    /// \return     true if at least one entry was read, thus false for the image of an empty map
+    static bool byteArrayToVariantMap(const QByteArray& in, QMap<QString, QVariant>& map);
+
     /// The configurations in a group of a file.
     /// \param names           out: their names, sorted
     /// \param lastName        out: the one last in use, empty if none is remembered

@@ -1,8 +1,8 @@
 #include "form/events/form_guard.h"
 #include "form/model/info_option.h"
+#include "form/widgets/message_box.h"
 
 #include <QFileInfo>
-#include <QMessageBox>
 
 namespace mod_form_qt {
 
@@ -18,6 +18,10 @@ struct FormFile
         , separateKeys(option.iniSeparateKeys())
         , multiConf(option.iniUseMultiConf() && !separateKeys)
     {
+        // The file takes it for a group and a name in it, and what is written is not found again.
+        if (sumMapName.contains(QLatin1Char('/')) || sumMapName.contains(QLatin1Char('\\')))
+            qWarning("mod_form_qt: a summary name must not hold a slash: \"%s\"",
+                     qPrintable(sumMapName));
     }
 
     bool isSet() const { return !fileName.isEmpty() && !group.isEmpty(); }
@@ -45,9 +49,9 @@ bool wantsToSave(QWidget* parent, const INFO::Option& option)
 {
     if (option.value(INFO::Option::iniAutoSaveKey, true).toBool())
         return true;
-    return QMessageBox::question(parent, INFO::tr("Einstellungen speichern:"),
-                                 INFO::tr("Sollen evtl. Änderungen zuvor gesichert werden?"),
-                                 QMessageBox::Yes | QMessageBox::No, QMessageBox::NoButton)
+    return askUser(QMessageBox::Question, parent, INFO::tr("Einstellungen speichern:"),
+                   INFO::tr("Sollen evtl. Änderungen zuvor gesichert werden?"),
+                   QMessageBox::Yes | QMessageBox::No)
         == QMessageBox::Yes;
 }
 

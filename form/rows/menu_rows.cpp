@@ -2,6 +2,7 @@
 #include "form/menus/menu_search.h"
 #include "form/rows/row_family.h"
 #include "form/rows/row_objects.h"
+#include "form/values/row_value.h"
 
 #include <QLabel>
 #include <QMainWindow>
@@ -19,16 +20,58 @@ QMainWindow* mainWindowOf(const BuildContext& context)
     return qobject_cast<QMainWindow*>(context.form->mainWidget.data());
 }
 
+/// Holds, on a checkable action, the key of its check state in the form data map.
+constexpr const char* keyPropertyKey = "mod_form_qt_key";
+
+/// Brings the values of the other actions of a group up to date: the choice of one unchecks another
+/// without a word, and a refusal checks that again.
+void storeOthers(const RowContext& context, const QAction* chosen)
+{
+    QMap<QString, QVariant>* const map = context.map();
+    const QActionGroup* const group = chosen->actionGroup();
+    if (!context.live() || group == nullptr)
+        return;
+    const QList<QAction*> actions = group->actions();
+    for (const QAction* other : actions) {
+        const QString key = other->property(keyPropertyKey).toString();
+        if (other == chosen || !map->contains(key) || holdsObject(map->value(key)))
+            continue;
+        if (INFO::getBaseValue(map, key).toBool() != other->isChecked())
+            storeValue({}, map, key, other->isChecked());
+    }
+}
+
 /// Lets one action report, and notes it if its check state is a value of the form.
 void addAction(QAction* action, const PreparedRow& row, const QString& key, BuildContext& context)
 {
     INFO raising = row.row;
     raising.key = key;
     const RowHandle handle = std::make_shared<const RowContext>(RowContext {context.form, raising});
+    const bool hasValue = action->isCheckable() && !key.isEmpty();
+    const auto listen = [&] {
+        QObject* const form = context.form->life ? context.form->life.data() : action;
+        QObject::connect(action, &QAction::triggered, form,
+                         [handle, action] { storeOthers(*handle, action); });
+    };
+    // Before the callbacks are told, and once more after they may have refused.
+    if (hasValue)
+        listen();
     QList<QString> signalNames;
     connectAction(handle, action, signalNames);
-    if (action->isCheckable() && !key.isEmpty())
-        context.checkableActions.emplace_back(key, action);
+    if (!hasValue)
+        return;
+    listen();
+    action->setProperty(keyPropertyKey, key);
+    context.checkableActions.emplace_back(key, action);
+}
+
+/// Checks an action as the map says, silently: nobody has chosen it.
+void showChecked(QAction* action, const QVariant& checked)
+{
+    if (!action->isCheckable() || !checked.isValid())
+        return;
+    const QSignalBlocker silent(action);
+    action->setChecked(checked.toBool());
 }
 
 QString idOf(const QAction* action)
@@ -70,10 +113,16 @@ void buildMenu(const PreparedRow& row, BuildContext& context)
 
     std::vector<MenuEntry> entries;
     showTree(menu, 0, &entries);
+    const bool all = context.form->flags.testFlag(MF_USE_MAP_VALUES);
     for (const MenuEntry& entry : entries) {
         const auto* action = std::get_if<QPointer<QAction>>(&entry);
-        if (action && *action && !(*action)->isSeparator())
-            addAction(*action, row, idOf(*action), context);
+        if (action == nullptr || *action == nullptr || (*action)->isSeparator())
+            continue;
+        INFO stored = row.row;
+        stored.key = idOf(*action);
+        if (usesMapValue(stored, all, context.loadedKeys))
+            showChecked(*action, INFO::getBaseValue(context.map(), stored.key));
+        addAction(*action, row, stored.key, context);
     }
 }
 
@@ -86,11 +135,7 @@ void buildAction(const PreparedRow& row, BuildContext& context)
         context.menu->addAction(action);
     else if (context.menuHost)
         context.menuHost->addAction(action);
-    const QVariant checked = valueBeside(row, context);
-    if (action->isCheckable() && checked.isValid()) {
-        const QSignalBlocker silent(action);
-        action->setChecked(checked.toBool());
-    }
+    showChecked(action, valueBeside(row, context));
     addAction(action, row, row.row.key.isEmpty() ? idOf(action) : row.row.key, context);
 }
 

@@ -1,3 +1,4 @@
+#include "form/events/config_selector.h"
 #include "form/rows/row_family.h"
 #include "form/widgets/focus_wheel_combo_box.h"
 
@@ -40,6 +41,8 @@ public:
             built.widgets.push_back({widget, type, true, true, -1});
         // The names are no value of the form: the selector reads and switches them by itself.
         built.wired = true;
+        if (row.option.iniUseMultiConf())
+            setUpConfigSelector(context.form, row.option, names, add, remove);
         return built;
     }
 };

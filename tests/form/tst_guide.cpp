@@ -187,6 +187,26 @@ void changeAndPutBack(QMap<QString, QVariant>& map, QVariant& outside)
 
 //! [snapshot]
 
+//! [configurations]
+int editShops(const QString& file, QMap<QString, QVariant>& map)
+{
+    using namespace mod_form_qt;
+    using Option = INFO::Option;
+    const QVariantMap storage = {{Option::titleKey, "Shops"},
+                                 {Option::iniFileNameKey, file},
+                                 {Option::iniGroupNameKey, "shops"},
+                                 {Option::iniSumMapNameKey, "standard"},
+                                 {Option::iniUseMultiConfKey, true}};
+    QList<INFO> rows = {
+        INFO(E_MULTICONFIG, {}, storage),
+        INFO(E_LINEEDIT, {}, "Adresse:", {}, "address"),
+    };
+    rows += INFO::layoutOkHelpCancel();
+    return INFO::createAndExecDialog(nullptr, storage, rows, {}, {}, &map).code;
+}
+
+//! [configurations]
+
 //! [dialog]
 class NameDialog : public mod_form_qt::DialogBase
 {
@@ -219,6 +239,63 @@ void embed(QWidget* page, QMap<QString, QVariant>& map)
 }
 
 //! [embedding]
+
+//! [menus]
+QMenu* viewMenu(QWidget* owner)
+{
+    using namespace mod_form_qt;
+    TREE_MENU view("&Ansicht");
+    view >> "{{id}{bigger}}{{keysequence}{Ctrl++}}&Größer";
+    view >> "[s]";
+    view << "&Raster"; // a submenu, and into it
+    view >> "{{id}{grid}}&Zeigen[x;1]"; // checked
+    view >> "{{id}{fine}}&Fein[x;1;1]"; // of group 1, whose items exclude each other
+    view >> "{{id}{coarse}}&Grob[x;0;1]\n"; // the last one: back to the top
+    view >> "{{id}{reset}}&Zurücksetzen";
+    // What is in the menu belongs to it, the menu itself to you.
+    view.menu()->setParent(owner, view.menu()->windowFlags());
+    return view;
+}
+
+QList<mod_form_qt::INFO> withMenu(QMenu* view)
+{
+    using namespace mod_form_qt;
+    return {INFO(E_MENUBAR), INFO(E_MENU, {}, {}, view), INFO(E_PLAINTEXT, {}, {}, {}, "text")};
+}
+
+//! [menus]
+
+//! [menu_entries]
+void addRecent(QMap<QString, QVariant>& map, const QString& path)
+{
+    using namespace mod_form_qt;
+    std::vector<PlacedMenuEntry> entries;
+    INFO::collectMenuData(&map, &entries);
+    auto* reset = findMenuDataByID<QAction>(entries, "reset");
+    if (reset == nullptr || findMenuDataByUserData<QAction>(entries, path))
+        return;
+    auto* menu = qobject_cast<QMenu*>(reset->parent());
+    const Roles roles = {{Qt::ToolTipRole, path}};
+    addAction(menu, reset, QFileInfo(path).fileName(), {}, -1, -1, roles)->setData(path);
+}
+
+//! [menu_entries]
+
+//! [passwords]
+/// \return  the new password, empty for none; nothing if the user has cancelled
+std::optional<QString> changePassword(QWidget* parent, const QString& current)
+{
+    using namespace mod_form_qt;
+    QString pwd;
+    if (!current.isEmpty() && !checkPWD(parent, {}, {}, pwd, false, current))
+        return std::nullopt;
+    // With a generator, of 8 characters or more, or empty.
+    if (!createPWD(parent, "Neues Passwort:", {}, pwd, true, 8, true))
+        return std::nullopt;
+    return pwd;
+}
+
+//! [passwords]
 
 QString fileText(const QString& path)
 {
@@ -273,8 +350,13 @@ private slots:
     void listsGiveTheirSelection();
     void validationKeepsTheFormOpen();
     void aSnapshotPutsEverythingBack();
+    void severalConfigurationsInOneFile();
     void aDialogOfItsOwnClass();
     void aFormInAPage();
+    void aMenuReportsToItsForm();
+    void entriesOfAMenuAreFoundAgain();
+    void aPasswordIsChanged();
+    void aPasswordIsNotChanged();
 };
 
 void tst_guide::theGuideShowsWhatIsCompiled_data()
@@ -417,6 +499,32 @@ void tst_guide::aSnapshotPutsEverythingBack()
     QCOMPARE(outside, "alt");
 }
 
+void tst_guide::severalConfigurationsInOneFile()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("shops.ini");
+    QMap<QString, QVariant> map;
+    answer([](QDialog* dialog) {
+        QTest::keyClicks(dialog->findChild<QLineEdit*>("address"), "eins");
+        pressOkIn(dialog);
+    });
+    QCOMPARE(editShops(file, map), 1);
+
+    map.clear();
+    QString shown;
+    QStringList names;
+    answer([&](QDialog* dialog) {
+        shown = dialog->findChild<QLineEdit*>("address")->text();
+        auto* list = dialog->findChild<QComboBox*>();
+        for (int i = 0; i < list->count(); ++i)
+            names << list->itemText(i);
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    QCOMPARE(editShops(file, map), 0);
+    QCOMPARE(shown, "eins");
+    QCOMPARE(names, QStringList {"standard"});
+}
+
 void tst_guide::aDialogOfItsOwnClass()
 {
     QMap<QString, QVariant> map;
@@ -439,6 +547,67 @@ void tst_guide::aFormInAPage()
     embed(&page, map);
     QCOMPARE(INFO::lineEditByKey(&map, "user")->text(), "muster");
     QCOMPARE(map.value("user"), "muster");
+}
+
+void tst_guide::aMenuReportsToItsForm()
+{
+    QMainWindow window;
+    QMap<QString, QVariant> map;
+    QMenu* menu = viewMenu(&window);
+    QStringList acted;
+    const auto note = [&acted](const CallbackContext& event) {
+        if (event.type == kAfterAction)
+            acted << event.row.key;
+        return 1;
+    };
+    INFO::applyLayout(&window, true, QString(), withMenu(menu), {}, {}, &map, nullptr, note);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(INFO::plainTextEditByKey(&map, "text"), Qt::Key_Plus, Qt::ControlModifier);
+    auto* grid = menu->actions().at(2)->menu<QMenu*>();
+    grid->actions().at(2)->trigger();
+    QCOMPARE(acted, (QStringList {"bigger", "coarse"}));
+    QCOMPARE(map.value("coarse"), true);
+    QVERIFY(!grid->actions().at(1)->isChecked());
+    QCOMPARE(menu->actions().size(), 4);
+}
+
+void tst_guide::entriesOfAMenuAreFoundAgain()
+{
+    QMainWindow window;
+    QMap<QString, QVariant> map;
+    QMenu* menu = viewMenu(&window);
+    INFO::applyLayout(&window, true, QString(), withMenu(menu), {}, {}, &map);
+    for (const char* path : {"/tmp/a.txt", "/tmp/b.txt", "/tmp/a.txt"})
+        addRecent(map, path);
+    QStringList texts;
+    for (const QAction* action : menu->actions().mid(3))
+        texts << action->text();
+    QCOMPARE(texts, (QStringList {"a.txt", "b.txt", "&Zurücksetzen"}));
+    QCOMPARE(menu->actions().at(3)->toolTip(), "/tmp/a.txt");
+}
+
+void tst_guide::aPasswordIsChanged()
+{
+    answer([](QDialog* dialog) {
+        answer([](QDialog* second) {
+            for (const char* key : {"pwd", "pwd_again"})
+                QTest::keyClicks(second->findChild<QLineEdit*>(key), "noch-geheimer");
+            pressOkIn(second);
+        });
+        QTest::keyClicks(dialog->findChild<QLineEdit*>("pwd"), "geheim");
+        pressOkIn(dialog);
+    });
+    QCOMPARE(changePassword(nullptr, "geheim"), std::optional<QString>("noch-geheimer"));
+
+    answer([](QDialog* dialog) { pressOkIn(dialog); });
+    QCOMPARE(changePassword(nullptr, ""), std::optional<QString>(""));
+}
+
+void tst_guide::aPasswordIsNotChanged()
+{
+    answer([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    QVERIFY(!changePassword(nullptr, "geheim"));
 }
 
 QTEST_MAIN(tst_guide)

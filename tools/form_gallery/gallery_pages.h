@@ -90,9 +90,15 @@ QList<mod_form_qt::INFO> labelAlignments(PageContext& context);
 // pages_tabs_menus.cpp
 QList<mod_form_qt::INFO> tabs(PageContext& context);
 QList<mod_form_qt::INFO> menusAndWindows(PageContext& context);
+// pages_menus.cpp
+QList<mod_form_qt::INFO> builtMenus(PageContext& context);
+// pages_passwords.cpp
+QList<mod_form_qt::INFO> passwords(PageContext& context);
 // pages_behaviour.cpp
 QList<mod_form_qt::INFO> events(PageContext& context);
 QList<mod_form_qt::INFO> bindings(PageContext& context);
 QList<mod_form_qt::INFO> groupsAndWheel(PageContext& context);
+// pages_configs.cpp
+QList<mod_form_qt::INFO> configurations(PageContext& context);
 
 } // namespace gallery

@@ -82,6 +82,13 @@ QList<Page> pages()
          tr("Menüs und Aktionen bringt der Aufrufer mit; die Engine hängt sie auf und verdrahtet "
             "sie."),
          menusAndWindows, {}},
+        {tr("Menüs aus Text"),
+         tr("Menüs entstehen aus Zeilen oder Eintrag für Eintrag. Oben hängen sie in der "
+            "Menüleiste dieser Seite."),
+         builtMenus, {}},
+        {tr("Passwörter"),
+         tr("Zwei fertige Dialoge: einer fragt nach einem Passwort, einer legt eines fest."),
+         passwords, {}},
         {tr("Ereignisse"),
          tr("Erst wird die Zeile gefragt, dann das Formular. Eine 0 lehnt ab; das Protokoll zeigt "
             "es rot."),
@@ -91,9 +98,12 @@ QList<Page> pages()
             "diese zeigt."),
          bindings, {}},
         {tr("Gruppen und Mausrad"),
-         tr("Was sich ein- und ausblenden lässt, was das Mausrad darf, und benannte "
-            "Einstellungen."),
+         tr("Was sich ein- und ausblenden lässt, und was das Mausrad darf."),
          groupsAndWheel, mod_form_qt::INFO::MF_WHEEL_GUARD},
+        {tr("Benannte Einstellungen"),
+         tr("<i>E_MULTICONFIG</i> hält mehrere Einstellungen eines Formulars in einer Datei. "
+            "„+“ legt die jetzige unter einem neuen Namen ab, „-“ löscht."),
+         configurations, {}},
     };
     // clang-format on
 }

@@ -153,16 +153,11 @@ QList<INFO> bindings(PageContext& context)
     return rows;
 }
 
-QList<INFO> groupsAndWheel(PageContext& context)
+QList<INFO> groupsAndWheel(PageContext&)
 {
     const auto spin = [](const QString& title) {
         return with(title, {{Option::spinBoxKey, true}});
     };
-    const QVariant configs = with(tr("Benannte Einstellungen: E_MULTICONFIG"),
-                                  {{Option::iniFileNameKey, context.file("gallery.ini")},
-                                   {Option::iniGroupNameKey, "gallery"},
-                                   {Option::iniSumMapNameKey, "standard"},
-                                   {Option::iniUseMultiConfKey, true}});
     const T_LISTDATA three = items({tr("eins"), tr("zwei"), tr("drei")}, {0});
 
     QList<INFO> rows;
@@ -185,8 +180,7 @@ QList<INFO> groupsAndWheel(PageContext& context)
                         5, "wheel"})
          <<     sample({E_COMBOBOX, A_NONE, tr("Dreht nicht"), three, "guarded_combo"})
          <<     sample({E_COMBOBOX, A_ALLOW_WHEEL, tr("Dreht immer"), three, "wheel_combo"})
-         << end()
-         << INFO(E_MULTICONFIG, A_NONE, configs, {}, "configs");
+         << end();
     // clang-format on
     return rows;
 }

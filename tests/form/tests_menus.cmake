@@ -1,0 +1,8 @@
+form_test(tst_menu_attributes)
+form_test(tst_menu_entries)
+form_test(tst_menu_forms)
+form_test(tst_password_dialogs)
+form_test(tst_password_entry)
+form_test(tst_password_generator)
+form_test(tst_password_settings)
+form_test(tst_tree_menu)

@@ -1,0 +1,2 @@
+form_test(tst_config_selector test_support)
+form_test(tst_byte_image)

@@ -1,0 +1,477 @@
+#include "form/mod_form_qt.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+using namespace mod_form_qt;
+
+using Read = std::function<QVariant(QObject*)>;
+Q_DECLARE_METATYPE(Read)
+
+namespace {
+
+std::vector<MenuEntry> entriesOf(QMenu* menu)
+{
+    std::vector<MenuEntry> entries;
+    showTree(menu, 0, &entries);
+    return entries;
+}
+
+QPixmap redPixmap()
+{
+    QPixmap pixmap(8, 8);
+    pixmap.fill(Qt::red);
+    return pixmap;
+}
+
+QColor colorOf(const QIcon& icon)
+{
+    return icon.pixmap(8, 8).toImage().pixelColor(4, 4);
+}
+
+/// A menu with two entries of each kind, of which the second can be found by "x" or by 5.
+struct SampleMenu
+{
+    QMenu menu {"Datei"};
+    QAction* action;
+    QWidgetAction* widget;
+
+    SampleMenu()
+    {
+        addAction(&menu, nullptr, "a", "a")->setData(4);
+        addMenuWidget(&menu, nullptr, new QLabel("w"), "w");
+        addSeparator(&menu, nullptr, {}, "s");
+        QMenu* more = addMenu(&menu, nullptr, "Mehr", "x");
+        action = addAction(more, nullptr, "b", "x");
+        action->setData(5);
+        widget = addMenuWidget(more, nullptr, new QLabel("x"), "x");
+        widget->setData(5);
+        addAction(more, nullptr, "c", "x")->setData(5);
+    }
+};
+
+} // namespace
+
+/// Entries of menus from typed arguments, and how they are found again.
+class tst_menu_entries : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // actions
+    void anActionHasWhatItIsGiven();
+    void anActionAloneBelongsToTheCaller();
+    void checkStateSaysWhatCanBeChecked_data();
+    void checkStateSaysWhatCanBeChecked();
+    void shortcutContextIsAppliedInItsRange_data();
+    void shortcutContextIsAppliedInItsRange();
+    void withoutAShortcutThereIsNone();
+    void entriesGoBeforeAnother();
+    void numbersAreIdentifiers();
+    // separators
+    void aSeparatorIsOne();
+    void aSeparatorAloneBelongsToTheCaller();
+    // menus
+    void aMenuGoesIntoItsParent();
+    void aMenuGoesBeforeAnEntry();
+    void aMenuAloneBelongsToTheCaller();
+    void aMenuIsHiddenByItsEntry();
+    void aMenuKeepsItsSeparators();
+    // widgets
+    void aWidgetIsAnEntry();
+    void aWidgetAloneBelongsToItsEntry();
+    void noWidgetIsNoEntry();
+    // roles
+    void rolesOfActions_data();
+    void rolesOfActions();
+    void rolesOfMenus_data();
+    void rolesOfMenus();
+    void decorationBecomesTheIcon_data();
+    void decorationBecomesTheIcon();
+    void otherRolesHaveNoEffect();
+    void rolesOfNothingAreTolerated();
+    void rolesArriveWithEveryEntry();
+    // looking up
+    void entriesAreFoundByTheirId();
+    void entriesAreFoundByTheirData();
+    void valuesOfAnotherTypeAreComparedAsVariants();
+    void entriesAreFoundInAForm();
+    void goneEntriesAreNotFound();
+};
+
+void tst_menu_entries::anActionHasWhatItIsGiven()
+{
+    QMenu menu;
+    const Roles roles = {{Qt::StatusTipRole, "Tipp"}};
+    const QAction* action = addAction(&menu, nullptr, "Raster", "grid", 1, 3, roles, false, false,
+                                      QKeySequence("Ctrl+G"), Qt::ApplicationShortcut);
+    QCOMPARE(menu.actions(), (QList<QAction*> {const_cast<QAction*>(action)}));
+    QCOMPARE(action->parent(), &menu);
+    QCOMPARE(action->text(), "Raster");
+    QCOMPARE(action->property("menuid").typeId(), int(QMetaType::QString));
+    QCOMPARE(action->property("menuid"), "grid");
+    QCOMPARE(action->property("menugroupno"), 3);
+    QVERIFY(action->isCheckable());
+    QVERIFY(action->isChecked());
+    QCOMPARE(action->statusTip(), "Tipp");
+    QVERIFY(!action->isVisible());
+    QVERIFY(!action->isEnabled());
+    QCOMPARE(action->shortcut(), QKeySequence("Ctrl+G"));
+    QCOMPARE(action->shortcutContext(), Qt::ApplicationShortcut);
+}
+
+void tst_menu_entries::anActionAloneBelongsToTheCaller()
+{
+    const std::unique_ptr<QAction> action(createAction("Raster", "grid", 0, 2, {}, true, false,
+                                                       QKeySequence("F5"), Qt::WidgetShortcut));
+    QVERIFY(!action->parent());
+    QVERIFY(action->associatedObjects().isEmpty());
+    QCOMPARE(action->property("menuid"), "grid");
+    QCOMPARE(action->property("menugroupno"), 2);
+    QVERIFY(action->isCheckable() && !action->isChecked());
+    QVERIFY(action->isVisible() && !action->isEnabled());
+    QCOMPARE(action->shortcut(), QKeySequence("F5"));
+    QCOMPARE(action->shortcutContext(), Qt::WidgetShortcut);
+}
+
+void tst_menu_entries::checkStateSaysWhatCanBeChecked_data()
+{
+    QTest::addColumn<int>("state");
+    QTest::addColumn<bool>("checkable");
+    QTest::addColumn<bool>("checked");
+    QTest::newRow("-2") << -2 << false << false;
+    QTest::newRow("-1") << -1 << false << false;
+    QTest::newRow("0") << 0 << true << false;
+    QTest::newRow("1") << 1 << true << true;
+    QTest::newRow("2") << 2 << true << false;
+}
+
+void tst_menu_entries::checkStateSaysWhatCanBeChecked()
+{
+    QFETCH(int, state);
+    const std::unique_ptr<QAction> action(createAction("a", "a", state));
+    QTEST(action->isCheckable(), "checkable");
+    QTEST(action->isChecked(), "checked");
+}
+
+void tst_menu_entries::shortcutContextIsAppliedInItsRange_data()
+{
+    QTest::addColumn<int>("context");
+    QTest::addColumn<int>("expected");
+    const int unchanged = int(QAction().shortcutContext());
+    for (int context = 0; context < 4; ++context)
+        QTest::addRow("%d", context) << context << context;
+    QTest::newRow("4") << 4 << unchanged;
+    QTest::newRow("-1") << -1 << unchanged;
+    QTest::newRow("-2") << -2 << unchanged;
+}
+
+void tst_menu_entries::shortcutContextIsAppliedInItsRange()
+{
+    QFETCH(int, context);
+    const std::unique_ptr<QAction> action(
+        createAction("a", "a", -1, -1, {}, true, true, QKeySequence("F5"), context));
+    QTEST(int(action->shortcutContext()), "expected");
+}
+
+void tst_menu_entries::withoutAShortcutThereIsNone()
+{
+    const std::unique_ptr<QAction> action(createAction("a"));
+    QVERIFY(action->shortcuts().isEmpty());
+    QCOMPARE(action->property("menuid"), QString());
+    QCOMPARE(action->property("menugroupno"), -1);
+}
+
+void tst_menu_entries::entriesGoBeforeAnother()
+{
+    QMenu menu;
+    QAction* last = addAction(&menu, nullptr, "z");
+    QAction* action = addAction(&menu, last, "a");
+    QAction* separator = addSeparator(&menu, last);
+    QMenu* more = addMenu(&menu, last, "m");
+    QWidgetAction* widget = addMenuWidget(&menu, last, new QLabel);
+    QCOMPARE(menu.actions(),
+             (QList<QAction*> {action, separator, more->menuAction(), widget, last}));
+}
+
+void tst_menu_entries::numbersAreIdentifiers()
+{
+    QMenu menu;
+    QAction* action = addAction(&menu, nullptr, "a", 12);
+    QCOMPARE(action->property("menuid"), QString("12"));
+    QCOMPARE(findMenuDataByID<QAction>(entriesOf(&menu), 12), action);
+}
+
+void tst_menu_entries::aSeparatorIsOne()
+{
+    QMenu menu;
+    const QAction* separator =
+        addSeparator(&menu, nullptr, "Teil", "s", {{Qt::ToolTipRole, "Tipp"}}, true, false);
+    QVERIFY(separator->isSeparator());
+    QCOMPARE(separator->text(), "Teil");
+    QCOMPARE(separator->property("menuid"), "s");
+    QCOMPARE(separator->property("menugroupno"), -1);
+    QVERIFY(separator->isCheckable());
+    QVERIFY(!separator->isChecked());
+    QVERIFY(!separator->isEnabled());
+    QVERIFY(separator->shortcut().isEmpty());
+    QCOMPARE(separator->toolTip(), "Tipp");
+    QVERIFY(!addSeparator(&menu, nullptr, {}, {}, {}, false)->isVisible());
+}
+
+void tst_menu_entries::aSeparatorAloneBelongsToTheCaller()
+{
+    const std::unique_ptr<QAction> separator(createSeparator("Teil", "s"));
+    QVERIFY(separator->isSeparator());
+    QVERIFY(!separator->parent());
+    QCOMPARE(separator->property("menuid"), "s");
+}
+
+void tst_menu_entries::aMenuGoesIntoItsParent()
+{
+    QMenu menu;
+    QMenu* more = addMenu(&menu, nullptr, "Mehr", "more", {{Qt::StatusTipRole, "Tipp"}});
+    QCOMPARE(menu.actions(), (QList<QAction*> {more->menuAction()}));
+    QCOMPARE(more->parent(), &menu);
+    QCOMPARE(more->title(), "Mehr");
+    QCOMPARE(more->property("menuid"), "more");
+    QCOMPARE(more->statusTip(), "Tipp");
+}
+
+void tst_menu_entries::aMenuGoesBeforeAnEntry()
+{
+    QMenu menu;
+    QAction* last = addAction(&menu, nullptr, "z");
+    QMenu* more = addMenu(&menu, last, "Mehr");
+    QCOMPARE(menu.actions(), (QList<QAction*> {more->menuAction(), last}));
+    QCOMPARE(more->parent(), &menu);
+    QVERIFY(!more->isVisible());
+}
+
+void tst_menu_entries::aMenuAloneBelongsToTheCaller()
+{
+    const std::unique_ptr<QMenu> menu(createMenu("Mehr", "more", {}, true, false));
+    QVERIFY(!menu->parent());
+    QCOMPARE(menu->title(), "Mehr");
+    QCOMPARE(menu->property("menuid"), "more");
+    QVERIFY(menu->menuAction()->isVisible());
+    QVERIFY(!menu->menuAction()->isEnabled());
+    QVERIFY(!menu->isVisible());
+}
+
+void tst_menu_entries::aMenuIsHiddenByItsEntry()
+{
+    QMenu menu;
+    const QMenu* more = addMenu(&menu, nullptr, "Mehr", {}, {}, false);
+    QVERIFY(!more->menuAction()->isVisible());
+    const QMenu* shown = addMenu(&menu, nullptr, "Mehr", {}, {}, true);
+    QVERIFY(shown->menuAction()->isVisible());
+    QVERIFY(!shown->isVisible());
+}
+
+void tst_menu_entries::aMenuKeepsItsSeparators()
+{
+    QMenu menu;
+    QVERIFY(!addMenu(&menu, nullptr, "a")->separatorsCollapsible());
+    QAction* before = addAction(&menu, nullptr, "z");
+    QVERIFY(!addMenu(&menu, before, "b")->separatorsCollapsible());
+    const std::unique_ptr<QMenu> alone(createMenu("c"));
+    QVERIFY(!alone->separatorsCollapsible());
+}
+
+void tst_menu_entries::aWidgetIsAnEntry()
+{
+    QMenu menu;
+    auto* label = new QLabel("Feld");
+    const QWidgetAction* action = addMenuWidget(&menu, nullptr, label, "w");
+    QCOMPARE(action->defaultWidget(), label);
+    QCOMPARE(action->property("menuid"), "w");
+    QCOMPARE(action->parent(), &menu);
+    QCOMPARE(menu.actions().size(), 1);
+}
+
+void tst_menu_entries::aWidgetAloneBelongsToItsEntry()
+{
+    const QPointer<QLabel> label = new QLabel("Feld");
+    {
+        const std::unique_ptr<QWidgetAction> action(createMenuWidget(label, "w"));
+        QVERIFY(!action->parent());
+        QCOMPARE(action->property("menuid"), "w");
+    }
+    QVERIFY(label.isNull());
+}
+
+void tst_menu_entries::noWidgetIsNoEntry()
+{
+    QMenu menu;
+    QVERIFY(!addMenuWidget(&menu, nullptr, nullptr, "w"));
+    QVERIFY(!createMenuWidget(nullptr, "w"));
+    QVERIFY(menu.isEmpty());
+}
+
+void tst_menu_entries::rolesOfActions_data()
+{
+    QTest::addColumn<int>("role");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<Read>("read");
+    const auto row = [](const char* name, int role, const QVariant& value,
+                        const std::function<QVariant(QAction*)>& read) {
+        QTest::newRow(name) << role << value
+                            << Read([read](QObject* o) { return read(static_cast<QAction*>(o)); });
+    };
+    row("DisplayRole", Qt::DisplayRole, "neu", [](QAction* a) { return a->text(); });
+    row("ToolTipRole", Qt::ToolTipRole, "neu", [](QAction* a) { return a->toolTip(); });
+    row("StatusTipRole", Qt::StatusTipRole, "neu", [](QAction* a) { return a->statusTip(); });
+    row("WhatsThisRole", Qt::WhatsThisRole, "neu", [](QAction* a) { return a->whatsThis(); });
+    row("FontRole", Qt::FontRole, QFont("DejaVu Serif", 17), [](QAction* a) { return a->font(); });
+    row("AccessibleTextRole", Qt::AccessibleTextRole, "neu",
+        [](QAction* a) { return a->property("accessibleName"); });
+    row("AccessibleDescriptionRole", Qt::AccessibleDescriptionRole, "neu",
+        [](QAction* a) { return a->property("accessibleDescription"); });
+}
+
+void tst_menu_entries::rolesOfActions()
+{
+    QFETCH(int, role);
+    QFETCH(QVariant, value);
+    QFETCH(Read, read);
+    QAction action("alt");
+    QVERIFY(read(&action) != value);
+    setRoles(&action, {{Qt::ItemDataRole(role), value}});
+    QCOMPARE(read(&action), value);
+}
+
+void tst_menu_entries::rolesOfMenus_data()
+{
+    QTest::addColumn<int>("role");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<Read>("read");
+    const auto row = [](const char* name, int role, const QVariant& value,
+                        const std::function<QVariant(QMenu*)>& read) {
+        QTest::newRow(name) << role << value
+                            << Read([read](QObject* o) { return read(static_cast<QMenu*>(o)); });
+    };
+    row("DisplayRole", Qt::DisplayRole, "neu", [](QMenu* m) { return m->title(); });
+    row("ToolTipRole", Qt::ToolTipRole, "neu", [](QMenu* m) { return m->toolTip(); });
+    row("StatusTipRole", Qt::StatusTipRole, "neu", [](QMenu* m) { return m->statusTip(); });
+    row("WhatsThisRole", Qt::WhatsThisRole, "neu", [](QMenu* m) { return m->whatsThis(); });
+    row("FontRole", Qt::FontRole, 17, [](QMenu* m) { return m->font().pointSize(); });
+    row("AccessibleTextRole", Qt::AccessibleTextRole, "neu",
+        [](QMenu* m) { return m->accessibleName(); });
+    row("AccessibleDescriptionRole", Qt::AccessibleDescriptionRole, "neu",
+        [](QMenu* m) { return m->accessibleDescription(); });
+    row("status tip of the entry", Qt::StatusTipRole, "neu",
+        [](QMenu* m) { return m->menuAction()->statusTip(); });
+}
+
+void tst_menu_entries::rolesOfMenus()
+{
+    QFETCH(int, role);
+    QFETCH(QVariant, value);
+    QFETCH(Read, read);
+    QMenu menu("alt");
+    QVERIFY(read(&menu) != value);
+    const QVariant given = role == Qt::FontRole ? QVariant(QFont("DejaVu Serif", 17)) : value;
+    setRoles(&menu, {{Qt::ItemDataRole(role), given}});
+    QCOMPARE(read(&menu), value);
+}
+
+void tst_menu_entries::decorationBecomesTheIcon_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("QIcon") << QVariant(QIcon(redPixmap()));
+    QTest::newRow("QPixmap") << QVariant(redPixmap());
+    QTest::newRow("QImage") << QVariant(redPixmap().toImage());
+}
+
+void tst_menu_entries::decorationBecomesTheIcon()
+{
+    QFETCH(QVariant, value);
+    QAction action("a");
+    QMenu menu("m");
+    setRoles(&action, {{Qt::DecorationRole, value}});
+    setRoles(&menu, {{Qt::DecorationRole, value}});
+    QCOMPARE(colorOf(action.icon()), QColor(Qt::red));
+    QCOMPARE(colorOf(menu.icon()), QColor(Qt::red));
+}
+
+void tst_menu_entries::otherRolesHaveNoEffect()
+{
+    QAction action("a");
+    setRoles(&action, {{Qt::CheckStateRole, Qt::Checked}, {Qt::UserRole, 5}});
+    QVERIFY(!action.isCheckable());
+    QVERIFY(!action.data().isValid());
+    QCOMPARE(action.text(), "a");
+}
+
+void tst_menu_entries::rolesOfNothingAreTolerated()
+{
+    setRoles(static_cast<QAction*>(nullptr), {{Qt::DisplayRole, "a"}});
+    setRoles(static_cast<QMenu*>(nullptr), {{Qt::DisplayRole, "a"}});
+}
+
+void tst_menu_entries::rolesArriveWithEveryEntry()
+{
+    const Roles roles = {{Qt::DisplayRole, "Rolle"}};
+    const std::unique_ptr<QAction> action(createAction("a", {}, -1, -1, roles));
+    const std::unique_ptr<QAction> separator(createSeparator("a", {}, roles));
+    const std::unique_ptr<QMenu> menu(createMenu("a", {}, roles));
+    QCOMPARE(action->text(), "Rolle");
+    QCOMPARE(separator->text(), "Rolle");
+    QCOMPARE(menu->title(), "Rolle");
+}
+
+void tst_menu_entries::entriesAreFoundByTheirId()
+{
+    SampleMenu sample;
+    const std::vector<MenuEntry> entries = entriesOf(&sample.menu);
+    QCOMPARE(findMenuDataByID<QAction>(entries, "x"), sample.action);
+    QCOMPARE(findMenuDataByID<QWidgetAction>(entries, "x"), sample.widget);
+    QVERIFY(findMenuDataByID<QAction>(entries, "s")->isSeparator());
+    QVERIFY(!findMenuDataByID<QWidgetAction>(entries, "a"));
+    QVERIFY(!findMenuDataByID<QAction>(entries, "X"));
+}
+
+void tst_menu_entries::entriesAreFoundByTheirData()
+{
+    SampleMenu sample;
+    const std::vector<MenuEntry> entries = entriesOf(&sample.menu);
+    QCOMPARE(findMenuDataByUserData<QAction>(entries, 5), sample.action);
+    QCOMPARE(findMenuDataByUserData<QWidgetAction>(entries, 5), sample.widget);
+    QVERIFY(!findMenuDataByUserData<QAction>(entries, 6));
+    QVERIFY(!findMenuDataByUserData<QWidgetAction>(entries, 4));
+}
+
+void tst_menu_entries::valuesOfAnotherTypeAreComparedAsVariants()
+{
+    SampleMenu sample;
+    const std::vector<MenuEntry> entries = entriesOf(&sample.menu);
+    QCOMPARE(findMenuDataByUserData<QAction>(entries, "5"), sample.action);
+    QVERIFY(!findMenuDataByUserData<QAction>(entries, "fünf"));
+}
+
+void tst_menu_entries::entriesAreFoundInAForm()
+{
+    QMap<QString, QVariant> map;
+    SampleMenu sample;
+    QMenu first("Leer");
+    INFO::storeMenu(&first, &map);
+    INFO::storeMenu(&sample.menu, &map);
+    std::vector<PlacedMenuEntry> entries;
+    INFO::collectMenuData(&map, &entries);
+    QCOMPARE(findMenuDataByID<QAction>(entries, "x"), sample.action);
+    QCOMPARE(findMenuDataByUserData<QWidgetAction>(entries, 5), sample.widget);
+    QCOMPARE(findMenuDataByID<QMenu>(entries, "x")->title(), "Mehr");
+}
+
+void tst_menu_entries::goneEntriesAreNotFound()
+{
+    SampleMenu sample;
+    const std::vector<MenuEntry> entries = entriesOf(&sample.menu);
+    delete sample.action;
+    QCOMPARE(findMenuDataByID<QAction>(entries, "x")->text(), "c");
+    QVERIFY(!findMenuDataByID<QAction>(std::vector<MenuEntry> {nullptr}, "x"));
+}
+
+QTEST_MAIN(tst_menu_entries)
+#include "tst_menu_entries.moc"
