@@ -16,8 +16,6 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
-#include <ranges>
-
 namespace mod_form_qt {
 
 namespace {
@@ -371,7 +369,8 @@ void FormBuilder::groupActions() const
 void FormBuilder::fitGroupBoxes() const
 {
     // Inner ones first: what they need is part of what the outer ones need.
-    for (const QPointer<QGroupBox>& box : std::views::reverse(m_context.groupBoxes)) {
+    for (size_t left = m_context.groupBoxes.size(); left > 0; --left) {
+        const QPointer<QGroupBox>& box = m_context.groupBoxes[left - 1];
         const bool shrinks = box && WIDGET_INFO::isBitSet(box.data(), A_H_ALLOW_SHRINK);
         if (box == nullptr || box->title().isEmpty() || shrinks)
             continue;
