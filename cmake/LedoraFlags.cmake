@@ -20,3 +20,17 @@ if(LEDORA_SANITIZE)
                         -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
+
+if(LEDORA_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined
+                        -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(LEDORA_SANITIZE_THREAD)
+    if(LEDORA_SANITIZE)
+        message(FATAL_ERROR "The thread sanitizer does not go with the address sanitizer.")
+    endif()
+    add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=thread)
+endif()

@@ -42,13 +42,15 @@ function(ledora_add_test name)
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
     endif()
-    if(LEDORA_SANITIZE)
+    if(LEDORA_SANITIZE OR LEDORA_SANITIZE_THREAD)
         math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 3")
     endif()
 
+    # A value that claims to be larger than the memory has to be refused by the code, not by the
+    # sanitizer's allocator.
     add_test(NAME ${name} COMMAND ${command} WORKING_DIRECTORY ${home})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${arg_TIMEOUT}
         SKIP_RETURN_CODE 77
-        ENVIRONMENT "${platform};TZ=UTC;LC_ALL=C.UTF-8;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;XDG_RUNTIME_DIR=${home};DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;NO_AT_BRIDGE=1;ASAN_OPTIONS=detect_leaks=${leaks}:detect_stack_use_after_return=0;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;${arg_ENV}")
+        ENVIRONMENT "${platform};TZ=UTC;LC_ALL=C.UTF-8;HOME=${home};XDG_CONFIG_HOME=${home}/config;XDG_DATA_HOME=${home}/data;XDG_CACHE_HOME=${home}/cache;XDG_RUNTIME_DIR=${home};DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent;NO_AT_BRIDGE=1;ASAN_OPTIONS=detect_leaks=${leaks}:detect_stack_use_after_return=0:allocator_may_return_null=1;UBSAN_OPTIONS=print_stacktrace=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0;TSAN_OPTIONS=ignore_noninstrumented_modules=1:die_after_fork=0:suppressions=${PROJECT_SOURCE_DIR}/tests/support/tsan.supp:print_suppressions=0;${arg_ENV}")
 endfunction()

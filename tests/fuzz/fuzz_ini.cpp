@@ -1,0 +1,43 @@
+// An INI file with saved options, in each of its forms.
+#include "form/mod_form_qt.h"
+#include "tests/fuzz/fuzz_input.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace mod_form_qt;
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+{
+    startFuzzing(argc, argv);
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const QTemporaryDir folder(QStringLiteral("/dev/shm/ledora-fuzz-XXXXXX"));
+    static quint64 number = 0;
+    // A new name each time: a file that was read is remembered under its name for a while.
+    const QString path = folder.filePath(QString::number(++number));
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(inputOf(data, size)) != qint64(size))
+        qFatal("The file can't be written.");
+    file.close();
+
+    const QString group = QStringLiteral("options");
+    for (const bool separateKeys : {false, true}) {
+        QMap<QString, QVariant> map;
+        INFO::loadMapFromIniFile(&map, path, group, separateKeys, QString());
+        for (auto entry = map.cbegin(); entry != map.cend(); ++entry) {
+            if (INFO::isTempKeyName(entry.key()))
+                qFatal("A temporary entry was taken from a file.");
+        }
+    }
+    QList<QString> names;
+    QString last;
+    INFO::loadIniOptionNames(path, group, false, names, last, true);
+    if (!last.isEmpty() && !names.contains(last))
+        qFatal("A name that the file does not hold was not dropped.");
+    file.remove();
+    return 0;
+}
