@@ -669,7 +669,8 @@ public:
                                       const QSet<QString>* keys);
 
     /// Reads back what `variantMapToByteArray` has written. The bytes may be damaged in any way.
-    /// \param map  out: untouched for bytes that are no such image, otherwise replaced; empty for an
+    /// \param map  out: untouched for bytes that are no such image, otherwise replaced; empty for
+    /// an
     ///             image that is damaged
     /// \return     true if at least one entry was read, thus false for the image of an empty map
     static bool byteArrayToVariantMap(const QByteArray& in, QMap<QString, QVariant>& map);
