@@ -59,7 +59,8 @@ struct Pair
 
 struct MainForm
 {
-    MainFormValues values;
+    SampleValues sample;
+    MainFormValues values = boundValues(sample);
     Map map;
     std::unique_ptr<QMainWindow> window = std::make_unique<QMainWindow>();
 
@@ -68,7 +69,7 @@ struct MainForm
         if (byEngine)
             buildByEngine(*window, values, map);
         else
-            buildByHand(*window, values);
+            buildByHand(*window, sample);
     }
 
     ~MainForm() { window.reset(); } // before the map

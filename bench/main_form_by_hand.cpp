@@ -1,4 +1,6 @@
-#include "bench/main_form.h"
+#include "bench/main_form_by_hand.h"
+
+#include "accounting/payment_import_tables.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -7,14 +9,66 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QSpinBox>
+#include <QVariant>
 #include <QVBoxLayout>
 
 namespace bench {
 
 namespace {
+
+/// A list: the shown texts and the values.
+using Choices = QList<std::pair<QString, QVariant>>;
+
+Choices skrChoices()
+{
+    return {{QString(), QVariant()},
+            {QStringLiteral("SKR03"), 3},
+            {QStringLiteral("SKR04"), 4},
+            {QStringLiteral("SKR049"), 49}};
+}
+
+Choices roleChoices()
+{
+    Choices choices;
+    for (const auto& [role, title] : payment_import::DefaultKontenTitel) {
+        if (role != payment_import::VersandKleinunternehmer)
+            choices.append({title, int(role)});
+    }
+    return choices;
+}
+
+Choices costCentreChoices()
+{
+    return {{QStringLiteral("Nicht zuordnen"), QString()},
+            {QStringLiteral("Produktname"), QStringLiteral("PRODUCT_NAME")},
+            {QStringLiteral("Zahlmethode"), QStringLiteral("PAYMENT_METHOD")},
+            {QStringLiteral("Zahlmethode (kurz)"), QStringLiteral("PAYMENT_METHOD_S")}};
+}
+
+Choices b2cChoices()
+{
+    return {{QString(), 0},
+            {QStringLiteral("OSS"), 1},
+            {QStringLiteral("Lieferschwelle nicht überschritten"), 2},
+            {QStringLiteral("Lieferschwelle überschritten"), 3}};
+}
+
+Choices dateChoices()
+{
+    return {{QStringLiteral("Automatisch"), 1},
+            {QStringLiteral("Erstellt"), 2},
+            {QStringLiteral("Abgeschlossen"), 3},
+            {QStringLiteral("Bezahlt"), 4}};
+}
+
+QString bookingText(const char* key)
+{
+    return payment_import::DefaultFormBuchungsTexte.at(QString::fromLatin1(key));
+}
 
 /// A group of the main form, filled line by line.
 class Group
@@ -101,7 +155,7 @@ QDateEdit* dateEdit(const QDate& date, QWidget* parent)
 
 QComboBox* comboBox(const Choices& choices, QWidget* parent)
 {
-    auto* box = new mod_form_qt::helper::FocusWheelComboBox(parent);
+    auto* box = new QComboBox(parent);
     for (const auto& [text, value] : choices)
         box->addItem(text, value);
     return box;
@@ -116,53 +170,54 @@ QSpinBox* accountBox(QWidget* parent)
     return box;
 }
 
-void addServer(QWidget* parent, QVBoxLayout* around, const MainFormValues& values)
+void addServer(QWidget* parent, QVBoxLayout* around, const SampleValues& values)
 {
     Group group(QStringLiteral("Server"), parent, around);
     QGroupBox* const box = group.box();
     box->setStyleSheet(QStringLiteral("QGroupBox { font-weight: bold; }"));
     box->setCheckable(true);
-    group.edit(mandatory("Webseite:"), values.mainurl.toString());
+    group.edit(mandatory("Webseite:"), values.mainurl);
     group.nextLine();
-    group.password(mandatory("API-Key:"), values.apiKey.toString());
-    group.password(mandatory("API-Secret:"), values.apiSecret.toString());
+    group.password(mandatory("API-Key:"), values.apiKey);
+    group.password(mandatory("API-Secret:"), values.apiSecret);
     group.nextLine();
-    group.check(QStringLiteral("Datumsfilter von:"), values.dateFilterUse.toBool());
-    group.add(dateEdit(values.dateFilterAfter.toDate(), box));
-    group.addLabelled(QStringLiteral("Bis:"), dateEdit(values.dateFilterBefore.toDate(), box));
+    group.check(QStringLiteral("Datumsfilter von:"), values.dateFilterUse);
+    group.add(dateEdit(values.dateFilterAfter, box));
+    group.addLabelled(QStringLiteral("Bis:"), dateEdit(values.dateFilterBefore, box));
     group.nextLine();
-    group.check(QStringLiteral("ID-Cache aktivieren:"), values.idCacheUse.toBool());
+    group.check(QStringLiteral("ID-Cache aktivieren:"), values.idCacheUse);
     group.button(QStringLiteral("Löschen"));
 }
 
-void addGermanized(QWidget* parent, QVBoxLayout* around, const MainFormValues& values)
+void addGermanized(QWidget* parent, QVBoxLayout* around, const SampleValues& values)
 {
     Group group(QStringLiteral("Germanized"), parent, around);
-    group.check(QStringLiteral("Verwenden"), values.germanizedUse.toBool());
-    group.edit(QStringLiteral("PDF-Ordner:"), values.germanizedPdfFolder.toString());
+    group.check(QStringLiteral("Verwenden"), values.germanizedUse);
+    group.edit(QStringLiteral("PDF-Ordner:"), values.germanizedPdfFolder);
     group.button(QStringLiteral("Ändern..."));
-    group.check(QStringLiteral("PDF überschreiben"), values.germanizedOverwritePdf.toBool());
+    group.check(QStringLiteral("PDF überschreiben"), values.germanizedOverwritePdf);
 }
 
 void addTexts(QWidget* parent, QVBoxLayout* around)
 {
     Group group(QStringLiteral("Buchungstexte"), parent, around);
-    group.edit(QStringLiteral("Erlös:"), QStringLiteral("Erlöstext"));
-    group.edit(QStringLiteral("Erlös Germanized:"), QStringLiteral("Erlöstext"));
+    group.edit(QStringLiteral("Erlös:"), bookingText("buchungs_text_erloes"));
+    group.edit(QStringLiteral("Erlös Germanized:"), bookingText("gm_buchungs_text_erloes"));
     group.nextLine();
-    group.edit(QStringLiteral("Gebühr:"), QStringLiteral("Gebührentext"));
-    group.edit(QStringLiteral("Gebühr Germanized:"), QStringLiteral("Gebührentext"));
+    group.edit(QStringLiteral("Gebühr:"), bookingText("buchungs_text_gebuehr"));
+    group.edit(QStringLiteral("Gebühr Germanized:"), bookingText("gm_buchungs_text_gebuehr"));
     group.nextLine();
-    group.edit(QStringLiteral("Versandkosten:"), QStringLiteral("Versandtext"));
-    group.edit(QStringLiteral("Versandkosten Germanized:"), QStringLiteral("Versandtext"));
+    group.edit(QStringLiteral("Versandkosten:"), bookingText("buchungs_text_versand"));
+    group.edit(QStringLiteral("Versandkosten Germanized:"),
+               bookingText("gm_buchungs_text_versand"));
 }
 
-void addOthers(QWidget* parent, QVBoxLayout* around, const MainFormValues& values)
+void addOthers(QWidget* parent, QVBoxLayout* around, const SampleValues& values)
 {
     Group group(QStringLiteral("Sonstiges"), parent, around);
     QGroupBox* const box = group.box();
-    group.check(QStringLiteral("paypal importieren"), values.paypalUse.toBool());
-    group.check(QStringLiteral("WooCommerce importieren"), values.woocommerceUse.toBool());
+    group.check(QStringLiteral("paypal importieren"), values.paypalUse);
+    group.check(QStringLiteral("WooCommerce importieren"), values.woocommerceUse);
     group.check(QStringLiteral("Kunden anlegen"), false);
     group.button(QStringLiteral("'Zahlmethode (kurz)' bearbeiten"));
     group.nextLine();
@@ -203,9 +258,10 @@ void addButtons(QWidget* parent, QVBoxLayout* around)
 
 } // namespace
 
-void buildByHand(QMainWindow& window, const MainFormValues& values)
+void buildByHand(QMainWindow& window, const SampleValues& values)
 {
-    window.setWindowFlags(mod_form_qt::F_DIALOG_TITLE_MINMAX_CLOSE);
+    window.setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::CustomizeWindowHint
+                          | Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint);
     auto* content = new QWidget;
     auto* rows = new QVBoxLayout(content);
     rows->setSizeConstraint(QLayout::SetFixedSize);
