@@ -32,10 +32,9 @@ void MainWindow::buildForm()
             (*window)->runFormEvent(type);
         return 1;
     };
-    // The bits 0x4 and 0x4000 have no names that say more here: the window is put into the middle
-    // of the screen once it is shown.
-    const INFO::MainFlags flags =
-        MF_FIXED_SIZE | MF_SCROLLAREA | MF_USE_MAP_VALUES | INFO::MainFlags::fromInt(0x4 | 0x4000);
+    // The bit 0x4 has no name and no effect; it belongs to the value that the form is built with.
+    const INFO::MainFlags flags = MF_FIXED_SIZE | MF_SCROLLAREA | MF_PLACE_CENTER
+        | MF_USE_MAP_VALUES | INFO::MainFlags::fromInt(0x4);
     const INFO::Result form =
         INFO::getLayout(this, true, QString(), mainFormRows(source, formCallbacks()), flags,
                         F_DIALOG_TITLE_MINMAX_CLOSE, &optionsMap, nullptr, formEvent,

@@ -25,14 +25,11 @@ QList<INFO> configurations(PageContext& context)
     store(file, QStringLiteral("standard"), QStringLiteral("https://shop.example"), false);
     store(file, QStringLiteral("zweitershop"), QStringLiteral("https://zwei.example"), true);
     INFO::setDefaultIniMultiOptionName(file, QStringLiteral("standard"));
-    const auto selector = [&file](const QString& title, bool autoSave) {
-        return with(title,
-                    {{Option::iniFileNameKey, file},
-                     {Option::iniGroupNameKey, groupName},
-                     {Option::iniSumMapNameKey, "standard"},
-                     {Option::iniUseMultiConfKey, true},
-                     {Option::iniAutoSaveKey, autoSave}});
-    };
+    const QVariant selector = with(tr("Wechseln speichert ohne Frage"),
+                                   {{Option::iniFileNameKey, file},
+                                    {Option::iniGroupNameKey, groupName},
+                                    {Option::iniSumMapNameKey, "standard"},
+                                    {Option::iniUseMultiConfKey, true}});
 
     QList<INFO> rows;
     // clang-format off
@@ -40,8 +37,7 @@ QList<INFO> configurations(PageContext& context)
          <<     sample({E_LINEEDIT, A_NONE, tr("Shop"), "https://shop.example", "config_shop"})
          <<     sample({E_CHECKBOX, A_NONE, tr("Germanized"), false, "config_germanized"})
          << end()
-         << INFO(E_MULTICONFIG, A_NONE, selector(tr("Wechseln speichert ohne Frage"), true), {},
-                 "configs")
+         << INFO(E_MULTICONFIG, A_NONE, selector, {}, "configs")
          << group(tr("Die INI-Datei"))
          <<     INFO(E_WIDGET, A_STRETCH_FACTOR_1, QVariant(),
                      new IniView(file, context.owner()), "ini_view")
