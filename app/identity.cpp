@@ -1,6 +1,7 @@
 #include "app/identity.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -11,6 +12,8 @@ void setApplicationIdentity()
     QCoreApplication::setApplicationName(QStringLiteral("ledora"));
     QCoreApplication::setApplicationVersion(QStringLiteral("2"));
     QCoreApplication::setOrganizationDomain(QStringLiteral("halverin.example"));
+    // What the desktop finds the entry and the icon of the window by.
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.example.halverin.ledora"));
 }
 
 void installQtTranslation()
