@@ -7,9 +7,9 @@
 
 using namespace mod_form_qt;
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    startFuzzing(argc, argv);
+    startFuzzing();
     return 0;
 }
 

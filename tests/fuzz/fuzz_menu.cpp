@@ -1,24 +1,18 @@
-// Titles of rows and lines of menus: texts with variables, codes and markup in them.
-#include "form/build/prepare_row.h"
+// Lines of menus: texts with codes, options and nested braces in them.
 #include "form/mod_form_qt.h"
 #include "tests/fuzz/fuzz_input.h"
 
 using namespace mod_form_qt;
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
+extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
-    startFuzzing(argc, argv);
+    startFuzzing();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const QString text = QString::fromUtf8(inputOf(data, size));
-
-    const PreparedRow row = prepareRow(INFO(E_LINEEDIT, A_MANDATORY, text), {});
-    if (row.texts.isEmpty())
-        qFatal("A row has lost its title.");
-
     QString rest = text;
     QMap<QString, QVariant> attributes;
     TREE_MENU::parse(rest, attributes);
@@ -28,6 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     TREE_MENU tree(text, true, true);
     tree << text << text + TREE_MENU::endl << TREE_MENU::endl;
     tree >> text >> TREE_MENU::endl;
+    for (const QString& line : text.split(QLatin1Char('\n')))
+        tree << line;
     delete tree.menu();
     return 0;
 }
