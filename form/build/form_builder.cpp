@@ -362,6 +362,9 @@ void FormBuilder::groupActions() const
             group = new QActionGroup(m_context.form->mainWidget
                                          ? static_cast<QObject*>(m_context.form->mainWidget)
                                          : m_context.outermost);
+        // The group lets two checked ones stand until one of them is chosen; the first counts.
+        if (group->checkedAction())
+            (*action)->setChecked(false);
         group->addAction(*action);
     }
 }

@@ -7,14 +7,51 @@
 #include <QCheckBox>
 #include <QPushButton>
 
+#ifdef __clang__
+#include <cstddef>
+#include <cstring>
+#endif
+
 namespace mod_form_qt {
 
-#ifndef __clang__
+namespace {
+
+#ifdef __clang__
+
+/// Where the addresses of an object's virtual functions stand, in the order of their declaration.
+const char* functionTable(const DialogBase* object)
+{
+    const char* table = nullptr;
+    std::memcpy(&table, static_cast<const void*>(object), sizeof table);
+    return table;
+}
+
+const char* baseFunctionTable = nullptr; // of the class itself
+
+const void* functionAt(const char* table, std::ptrdiff_t offset)
+{
+    const void* address = nullptr;
+    std::memcpy(&address, table + offset, sizeof address);
+    return address;
+}
+
+/// The same as below, for a compiler without the extension: it compares the entries of two tables.
+template <auto Function>
+bool overridden(DialogBase* object)
+{
+    const auto function = Function;
+    // A pointer to a virtual function is the offset of its entry, made odd.
+    std::ptrdiff_t oddOffset = 0;
+    std::memcpy(&oddOffset, &function, sizeof oddOffset);
+    return functionAt(functionTable(object), oddOffset - 1)
+        != functionAt(baseFunctionTable, oddOffset - 1);
+}
+
+#else
+
 // What a bound member function would call, as a plain address, is an extension of the compiler.
 #pragma GCC diagnostic ignored "-Wpedantic"
 #pragma GCC diagnostic ignored "-Wpmf-conversions"
-
-namespace {
 
 /// Tells whether the class of an object overrides a virtual function of the base, without a call
 /// of either: the base's may not be called just to find out, and a subclass that does no more than
@@ -26,16 +63,17 @@ bool overridden(DialogBase* object)
     return (Address)(object->*Function) != (Address)Function;
 }
 
-} // namespace
-#else
-// That compiler has no such extension; it only reads this file to check it.
-template <auto Function>
-bool overridden(DialogBase* object);
 #endif
+
+} // namespace
 
 DialogBase::DialogBase(QWidget* parent, Qt::WindowFlags windowFlags)
     : QDialog(parent, windowFlags)
 {
+#ifdef __clang__
+    // No subclass has put its own table here yet.
+    baseFunctionTable = functionTable(this);
+#endif
 }
 
 DialogBase::~DialogBase()

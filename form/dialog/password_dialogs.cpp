@@ -119,7 +119,10 @@ QList<INFO> PasswordForm::generatorRows() const
 QList<INFO> PasswordForm::rows() const
 {
     const QString hint = allowEmpty ? tr("<br>Eine Leereingabe löscht das Passwort.") : QString();
-    const QString label = tr("<b><big>%1%2</b></big>").arg(text, hint);
+    // Braces of the caller's are no options of the row. The label reads markup.
+    QString shown = text;
+    shown.replace(QLatin1String("{{"), QLatin1String("&#123;&#123;"));
+    const QString label = tr("<b><big>%1%2</b></big>").arg(shown, hint);
     QList<INFO> all = {
         {E_LAYOUT_GRID},
         // A text of the caller's may hold a semicolon.

@@ -40,6 +40,9 @@ public:
     {
     }
 
+    /// \return  false for a form that neither loads nor saves
+    bool isStored() const { return !m_fileName.isEmpty() && !m_group.isEmpty(); }
+
     void fill();
     void switchToSelected();
     void add();
@@ -47,6 +50,8 @@ public:
 
 private:
     bool live() const { return m_form->live(); }
+
+    void loadNames(QStringList& names, QString& last) const;
 
     QString current() const { return m_list->currentData().toString(); }
 
@@ -61,11 +66,27 @@ private:
     bool m_autoSave;
 };
 
+/// The names in the file, and the one last in use if it is among them.
+void ConfigSelector::loadNames(QStringList& names, QString& last) const
+{
+    INFO::loadIniOptionNames(m_fileName, m_group, false, names, last, false);
+    if (m_firstName.contains(QLatin1Char('/'))) {
+        // It stands deeper in the file, where the others are not looked for.
+        QSettings settings(m_fileName, QSettings::IniFormat);
+        settings.beginGroup(m_group);
+        if (settings.contains(m_firstName))
+            names.append(m_firstName);
+    }
+    if (!names.contains(last))
+        last.clear();
+}
+
 void ConfigSelector::fill()
 {
-    QList<QString> names;
+    QStringList names;
     QString last;
-    INFO::loadIniOptionNames(m_fileName, m_group, false, names, last, true);
+    if (isStored())
+        loadNames(names, last);
     if (last.isEmpty()) {
         last = m_firstName;
         if (!names.contains(last))
@@ -106,9 +127,9 @@ void ConfigSelector::switchToSelected()
     QMap<QString, QVariant> loaded;
     if (!live() || !INFO::loadMapFromIniFile(&loaded, m_fileName, m_group, false, chosen))
         return;
-    QList<QString> names;
+    QStringList names;
     QString last;
-    INFO::loadIniOptionNames(m_fileName, m_group, false, names, last, true);
+    loadNames(names, last);
     if (!last.isEmpty()) {
         // The map still holds the values of the configuration that is being left.
         const bool wanted = !names.contains(chosen) || wantsToSave(last);
@@ -165,7 +186,7 @@ void ConfigSelector::remove()
                 QMessageBox::Yes | QMessageBox::No);
     if (answer != QMessageBox::Yes || !guard || !live())
         return;
-    if (!m_fileName.isEmpty()) {
+    {
         QSettings settings(m_fileName, QSettings::IniFormat);
         settings.beginGroup(m_group);
         settings.remove(name);
@@ -188,6 +209,8 @@ void setUpConfigSelector(const std::shared_ptr<FormContext>& form, const INFO::O
 {
     auto* selector = new ConfigSelector(form, option, list);
     selector->fill();
+    if (!selector->isStored())
+        return;
     QObject::connect(list, &QComboBox::currentIndexChanged, selector,
                      &ConfigSelector::switchToSelected);
     QObject::connect(add, &QPushButton::clicked, selector, &ConfigSelector::add);

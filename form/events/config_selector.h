@@ -9,7 +9,8 @@
 namespace mod_form_qt {
 
 /// Lets the user keep several named configurations of a form in one group of its file: fills the
-/// list of names, switches, adds and deletes. Every step works on the file at once.
+/// list of names, switches, adds and deletes. Every step works on the file at once. Without a file
+/// or a group the list holds the first name only, and nothing reads or writes.
 /// \param form    the form whose values are switched
 /// \param option  file, group, first name and whether changes are saved without a question
 /// \param list    the names; also owns what is connected here

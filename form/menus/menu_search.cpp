@@ -28,8 +28,16 @@ std::pair<MenuEntry, QString> entryOf(QAction* action)
     return {QPointer<QAction>(action), QStringLiteral("action")};
 }
 
-void walk(QMenu* menu, int level, std::vector<PlacedMenuEntry>& out)
+/// \param seen  in/out: the menus that have been listed, which are not listed once more; null lists
+///              all
+void walk(QMenu* menu, int level, std::vector<PlacedMenuEntry>& out,
+          QSet<const QMenu*>* seen = nullptr)
 {
+    if (seen) {
+        if (seen->contains(menu))
+            return;
+        seen->insert(menu);
+    }
     if (level == 0) {
         log(level, menu->title(), QStringLiteral("top-menu"));
         out.emplace_back(QPointer<QMenu>(menu), nullptr);
@@ -40,7 +48,7 @@ void walk(QMenu* menu, int level, std::vector<PlacedMenuEntry>& out)
         log(level, action->text(), kind);
         out.emplace_back(entry, menu);
         if (auto* submenu = action->menu<QMenu*>())
-            walk(submenu, level + 1, out);
+            walk(submenu, level + 1, out, seen);
     }
 }
 
@@ -92,15 +100,16 @@ void INFO::collectMenuData(const QMap<QString, QVariant>* map,
                            std::vector<std::pair<MenuEntry, QPointer<QMenu>>>* out)
 {
     std::vector<PlacedMenuEntry> entries;
+    QSet<const QMenu*> seen; // a menu of a menu bar may be stored beside the bar
     const QList<QPointer<QObject>> stored = menus(map);
     for (const QPointer<QObject>& object : stored) {
         if (auto* menu = qobject_cast<QMenu*>(object)) {
-            walk(menu, 0, entries);
+            walk(menu, 0, entries, &seen);
         } else if (const auto* bar = qobject_cast<QMenuBar*>(object)) {
             const QList<QAction*> actions = bar->actions();
             for (const QAction* action : actions) {
                 if (auto* barMenu = action->menu<QMenu*>())
-                    walk(barMenu, 0, entries);
+                    walk(barMenu, 0, entries, &seen);
             }
         }
     }

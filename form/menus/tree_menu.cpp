@@ -187,11 +187,11 @@ QStringList takeCodes(QString& text)
     return codes;
 }
 
-/// \return  the number in a field of a code, `missing` where there is none
+/// \return  the number in a field of a code, `missing` if the code is shorter. A field that is no
+///          number, such as an empty one, is 0
 int fieldNumber(const QStringList& fields, qsizetype index, int missing)
 {
-    const QString field = fields.value(index).trimmed();
-    return field.isEmpty() ? missing : field.toInt();
+    return index < fields.size() ? fields.at(index).trimmed().toInt() : missing;
 }
 
 void readCode(const QString& code, Attributes& attributes)

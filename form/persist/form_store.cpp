@@ -18,10 +18,6 @@ struct FormFile
         , separateKeys(option.iniSeparateKeys())
         , multiConf(option.iniUseMultiConf() && !separateKeys)
     {
-        // The file takes it for a group and a name in it, and what is written is not found again.
-        if (sumMapName.contains(QLatin1Char('/')) || sumMapName.contains(QLatin1Char('\\')))
-            qWarning("mod_form_qt: a summary name must not hold a slash: \"%s\"",
-                     qPrintable(sumMapName));
     }
 
     bool isSet() const { return !fileName.isEmpty() && !group.isEmpty(); }

@@ -15,11 +15,40 @@ QString sumMapKey(const QString& sumMapName)
     return sumMapName.isEmpty() ? INFO::getDefaultIniSumMapName() : sumMapName;
 }
 
+bool isPersistableAt(const QVariant& value, int depth);
+
 template <typename Container>
-bool holdsOnlyPersistable(const QVariant& value)
+bool holdsOnlyPersistable(const QVariant& value, int depth)
 {
     const auto* values = static_cast<const Container*>(value.constData());
-    return std::all_of(values->cbegin(), values->cend(), isPersistable);
+    return std::all_of(values->cbegin(), values->cend(), [depth](const QVariant& inner) {
+        return isPersistableAt(inner, depth + 1);
+    });
+}
+
+/// \param depth  number of values that it stands in
+bool isPersistableAt(const QVariant& value, int depth)
+{
+    if (depth > maxValueDepth)
+        return false;
+    switch (value.typeId()) {
+    case QMetaType::UnknownType:
+        return true;
+    case QMetaType::QVariantList:
+        return holdsOnlyPersistable<QVariantList>(value, depth);
+    case QMetaType::QVariantMap:
+        return holdsOnlyPersistable<QVariantMap>(value, depth);
+    case QMetaType::QVariantHash:
+        return holdsOnlyPersistable<QVariantHash>(value, depth);
+    case QMetaType::QVariant:
+        return isPersistableAt(*static_cast<const QVariant*>(value.constData()), depth + 1);
+    case QMetaType::QVariantPair: {
+        const auto* pair = static_cast<const QVariantPair*>(value.constData());
+        return isPersistableAt(pair->first, depth + 1) && isPersistableAt(pair->second, depth + 1);
+    }
+    default:
+        return value.metaType().hasRegisteredDataStreamOperators();
+    }
 }
 
 void removeTempEntries(QMap<QString, QVariant>& map)
@@ -31,16 +60,11 @@ void removeTempEntries(QMap<QString, QVariant>& map)
 
 void readSumMap(QSettings& settings, const QString& sumKey, QMap<QString, QVariant>& map)
 {
-    const QStringList keys = settings.childKeys();
-    for (const QString& key : keys) {
-        if (INFO::isTempKeyName(key) || key != sumKey)
-            continue;
-        const QVariant stored = settings.value(key);
-        if (INFO::isVariantMap(stored)) {
-            map = stored.toMap();
-            removeTempEntries(map);
-            return;
-        }
+    // Asked for by its name: one with a slash is in no list of the group's keys.
+    const QVariant stored = INFO::isTempKeyName(sumKey) ? QVariant() : settings.value(sumKey);
+    if (INFO::isVariantMap(stored)) {
+        map = stored.toMap();
+        removeTempEntries(map);
     }
 }
 
@@ -57,20 +81,7 @@ void readSeparateKeys(QSettings& settings, const QString& sumKey, QMap<QString, 
 
 bool isPersistable(const QVariant& value)
 {
-    switch (value.typeId()) {
-    case QMetaType::UnknownType:
-        return true;
-    case QMetaType::QVariantList:
-        return holdsOnlyPersistable<QVariantList>(value);
-    case QMetaType::QVariantMap:
-        return holdsOnlyPersistable<QVariantMap>(value);
-    case QMetaType::QVariantHash:
-        return holdsOnlyPersistable<QVariantHash>(value);
-    case QMetaType::QVariant:
-        return isPersistable(*static_cast<const QVariant*>(value.constData()));
-    default:
-        return value.metaType().hasRegisteredDataStreamOperators();
-    }
+    return isPersistableAt(value, 0);
 }
 
 QMap<QString, QVariant> persistedEntries(const QMap<QString, QVariant>& map,

@@ -7,10 +7,15 @@
 
 namespace mod_form_qt {
 
+/// How deep values may be nested in lists and maps. What a user makes has a few levels; damaged
+/// bytes may claim thousands, which no stack holds.
+inline constexpr int maxValueDepth = 64;
+
 /// Tells whether a value survives being written to a file. One value that does not makes the whole
 /// map in which it stands unreadable.
 /// \return  false if the value, or one inside its lists and maps, is of a type that cannot be
-///          written to a data stream, such as a pointer; an invalid value can
+///          written to a data stream, such as a pointer, or nested deeper than
+///          `maxValueDepth`; an invalid value can
 bool isPersistable(const QVariant& value);
 
 /// The entries of a map as they go into a file or another image of the map.

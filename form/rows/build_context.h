@@ -72,6 +72,7 @@ struct BuildContext
 
     QPointer<QWidget> menuHost; ///< menu bar or button to which the next menu goes
     QPointer<QMenu> menu; ///< menu to which the next action goes
+    QSet<const QAction*> reporting; ///< actions of menus that report already
 
     // What is left to do when all rows are in.
     QMap<int, QPointer<QButtonGroup>> buttonGroups;

@@ -44,6 +44,7 @@ void storeOthers(const RowContext& context, const QAction* chosen)
 /// Lets one action report, and notes it if its check state is a value of the form.
 void addAction(QAction* action, const PreparedRow& row, const QString& key, BuildContext& context)
 {
+    context.reporting.insert(action);
     INFO raising = row.row;
     raising.key = key;
     const RowHandle handle = std::make_shared<const RowContext>(RowContext {context.form, raising});
@@ -122,7 +123,9 @@ void buildMenu(const PreparedRow& row, BuildContext& context)
         stored.key = idOf(*action);
         if (usesMapValue(stored, all, context.loadedKeys))
             showChecked(*action, INFO::getBaseValue(context.map(), stored.key));
-        addAction(*action, row, stored.key, context);
+        // A menu may stand in two places, and so may an action.
+        if (!context.reporting.contains(*action))
+            addAction(*action, row, stored.key, context);
     }
 }
 

@@ -1,6 +1,7 @@
 form_test(tst_menu_attributes)
 form_test(tst_menu_entries)
 form_test(tst_menu_forms)
+form_test(tst_menu_roles)
 form_test(tst_password_dialogs)
 form_test(tst_password_entry)
 form_test(tst_password_generator)

@@ -1,2 +1,5 @@
+form_test(tst_config_file test_support)
+form_test(tst_config_questions test_support)
 form_test(tst_config_selector test_support)
 form_test(tst_byte_image)
+form_test(tst_byte_image_hostile)

@@ -280,9 +280,9 @@ void tst_connect::publicConnectsWireByThemselves()
 {
     QFETCH(int, index);
     const auto& [name, connect] = publicConnects().at(size_t(index));
-    const auto wiring = std::find_if(wirings().begin(), wirings().end(), [name](const auto& row) {
-        return qstrcmp(row.first, name) == 0;
-    });
+    const auto wiring =
+        std::find_if(wirings().begin(), wirings().end(),
+                     [wanted = name](const auto& row) { return qstrcmp(row.first, wanted) == 0; });
     QVERIFY(wiring != wirings().end());
 
     Bench bench;

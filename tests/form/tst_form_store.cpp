@@ -47,7 +47,11 @@ private slots:
     void summaryNameIsTrimmed();
     void rememberedConfigurationIsLoadedAndSaved();
     void rememberedNameWithoutConfigurationIsDropped();
+    void separateKeysIgnoreTheRememberedName_data();
     void separateKeysIgnoreTheRememberedName();
+    void summaryNamesWithSlashesAreFoundAgain_data();
+    void summaryNamesWithSlashesAreFoundAgain();
+    void whatIsNestedTooDeepIsLeftOut();
     void asksBeforeSaving_data();
     void asksBeforeSaving();
     void nullMapIsTolerated();
@@ -238,6 +242,37 @@ void tst_form_store::summaryNameIsTrimmed()
     QCOMPARE(loaded, m_map);
 }
 
+void tst_form_store::summaryNamesWithSlashesAreFoundAgain_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"a/b", "a/b/c", "/a", "a//b", "a\\b"})
+        QTest::newRow(name) << name;
+}
+
+void tst_form_store::summaryNamesWithSlashesAreFoundAgain()
+{
+    QFETCH(QString, name);
+    const QVariantMap values {{"a", 5}};
+    m_map = values;
+    INFO::closeWidget(nullptr, mainRow({{"inisummapname", name}}), &m_map, {}, true);
+    const QString copy = m_file + ".copy"; // which is read and not remembered
+    QVERIFY(QFile::copy(m_file, copy));
+    m_map = {{"old", 1}};
+    INFO::initWidget(nullptr, mainRow({{Option::iniFileNameKey, copy}, {"inisummapname", name}}),
+                     &m_map, true);
+    QCOMPARE(m_map, values);
+}
+
+void tst_form_store::whatIsNestedTooDeepIsLeftOut()
+{
+    QVariant deep = 7;
+    for (int level = 0; level < 64; ++level)
+        deep = QVariantList {deep};
+    m_map = {{"a", 1}, {"deep", deep}, {"deeper", QVariantList {deep}}};
+    INFO::closeWidget(nullptr, mainRow(), &m_map, {}, true);
+    QCOMPARE(stored(m_file, "form/vmap").toMap(), (QVariantMap {{"a", 1}, {"deep", deep}}));
+}
+
 void tst_form_store::rememberedConfigurationIsLoadedAndSaved()
 {
     write("form", "eins", QVariantMap {{"a", 1}});
@@ -262,20 +297,35 @@ void tst_form_store::rememberedNameWithoutConfigurationIsDropped()
     QCOMPARE(stored(m_file, "default_conf/name").toString(), QString("eins"));
 }
 
+void tst_form_store::separateKeysIgnoreTheRememberedName_data()
+{
+    QTest::addColumn<QString>("remembered");
+    QTest::newRow("of a configuration") << "zwei";
+    QTest::newRow("of none") << "weg";
+}
+
 void tst_form_store::separateKeysIgnoreTheRememberedName()
 {
-    write("form", "zwei", QVariantMap {{"a", 2}});
+    QFETCH(QString, remembered);
+    const QVariantMap one {{"a", 1}};
+    const QVariantMap two {{"a", 2}};
+    write("form", "eins", one);
+    write("form", "zwei", two);
     write("form", "a", "einzeln");
-    write("default_conf", "name", "zwei");
+    write("default_conf", "name", remembered);
     const INFO row = mainRow({{Option::iniUseMultiConfKey, true},
                               {Option::iniSeparateKeysKey, true},
-                              {"inisummapname", "zwei"}});
+                              {"inisummapname", "eins"}});
     INFO::initWidget(nullptr, row, &m_map, true);
-    QCOMPARE(m_map.value("a"), QVariant("einzeln"));
+    // Passed over is what stands under the name of the row.
+    QCOMPARE(m_map, (QVariantMap {{"a", "einzeln"}, {"zwei", two}}));
+    QCOMPARE(stored(m_file, "default_conf/name"), QVariant(remembered));
     m_map = {{"a", "anders"}};
     INFO::closeWidget(nullptr, row, &m_map, {}, true);
     QCOMPARE(stored(m_file, "form/a").toString(), QString("anders"));
-    QCOMPARE(stored(m_file, "form/zwei").toMap(), (QVariantMap {{"a", 2}}));
+    QCOMPARE(stored(m_file, "form/eins").toMap(), one);
+    QCOMPARE(stored(m_file, "form/zwei").toMap(), two);
+    QCOMPARE(stored(m_file, "default_conf/name"), QVariant(remembered));
 }
 
 void tst_form_store::asksBeforeSaving_data()

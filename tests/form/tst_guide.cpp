@@ -266,7 +266,8 @@ QList<mod_form_qt::INFO> withMenu(QMenu* view)
 //! [menus]
 
 //! [menu_entries]
-void addRecent(QMap<QString, QVariant>& map, const QString& path)
+void addRecent(QMap<QString, QVariant>& map, const QString& path,
+               const std::function<void(const QString&)>& open)
 {
     using namespace mod_form_qt;
     std::vector<PlacedMenuEntry> entries;
@@ -276,7 +277,10 @@ void addRecent(QMap<QString, QVariant>& map, const QString& path)
         return;
     auto* menu = qobject_cast<QMenu*>(reset->parent());
     const Roles roles = {{Qt::ToolTipRole, path}};
-    addAction(menu, reset, QFileInfo(path).fileName(), {}, -1, -1, roles)->setData(path);
+    QAction* recent = addAction(menu, reset, QFileInfo(path).fileName(), {}, -1, -1, roles);
+    recent->setData(path);
+    // The form stands already and does not know of it.
+    QObject::connect(recent, &QAction::triggered, menu, [open, path] { open(path); });
 }
 
 //! [menu_entries]
@@ -307,7 +311,7 @@ QString fileText(const QString& path)
 QMap<QString, QString> compiledExamples()
 {
     QMap<QString, QString> examples;
-    const QStringList parts = fileText(QFINDTESTDATA("tst_guide.cpp")).split("//! [");
+    const QStringList parts = fileText(QStringLiteral(LEDORA_TEST_DATA "/../form/tst_guide.cpp")).split("//! [");
     for (qsizetype i = 1; i + 1 < parts.size(); i += 2) {
         const qsizetype end = parts.at(i).indexOf("]\n");
         examples.insert(parts.at(i).left(end), parts.at(i).mid(end + 2).trimmed());
@@ -321,7 +325,7 @@ QMap<QString, QString> shownExamples()
     QMap<QString, QString> examples;
     static const QRegularExpression block("<!-- example: (\\w+) -->\\s*```cpp\n(.*?)```",
                                           QRegularExpression::DotMatchesEverythingOption);
-    const QString guide = fileText(QFINDTESTDATA("../../form/README.md"));
+    const QString guide = fileText(QStringLiteral(LEDORA_TEST_DATA "/../../form/README.md"));
     for (auto match = block.globalMatch(guide); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
         examples.insert(found.captured(1), found.captured(2).trimmed());
@@ -379,7 +383,7 @@ void tst_guide::theGuideShowsWhatIsCompiled()
 
 void tst_guide::allCodeOfTheGuideIsCompiled()
 {
-    const QString guide = fileText(QFINDTESTDATA("../../form/README.md"));
+    const QString guide = fileText(QStringLiteral(LEDORA_TEST_DATA "/../../form/README.md"));
     QCOMPARE(guide.count("```cpp"), shownExamples().size());
     QCOMPARE(shownExamples().keys(), compiledExamples().keys());
 }
@@ -577,14 +581,26 @@ void tst_guide::entriesOfAMenuAreFoundAgain()
     QMainWindow window;
     QMap<QString, QVariant> map;
     QMenu* menu = viewMenu(&window);
-    INFO::applyLayout(&window, true, QString(), withMenu(menu), {}, {}, &map);
+    QStringList acted;
+    const auto note = [&acted](const CallbackContext& event) {
+        if (event.type == kAfterAction)
+            acted << event.row.key;
+        return 1;
+    };
+    INFO::applyLayout(&window, true, QString(), withMenu(menu), {}, {}, &map, nullptr, note);
+    QStringList opened;
     for (const char* path : {"/tmp/a.txt", "/tmp/b.txt", "/tmp/a.txt"})
-        addRecent(map, path);
+        addRecent(map, path, [&opened](const QString& chosen) { opened << chosen; });
     QStringList texts;
     for (const QAction* action : menu->actions().mid(3))
         texts << action->text();
     QCOMPARE(texts, (QStringList {"a.txt", "b.txt", "&Zurücksetzen"}));
     QCOMPARE(menu->actions().at(3)->toolTip(), "/tmp/a.txt");
+    menu->actions().at(4)->trigger();
+    menu->actions().at(5)->trigger();
+    // As the guide says, the form is told only of the entries that it was built with.
+    QCOMPARE(opened, QStringList("/tmp/b.txt"));
+    QCOMPARE(acted, QStringList("reset"));
 }
 
 void tst_guide::aPasswordIsChanged()

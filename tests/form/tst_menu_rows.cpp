@@ -13,7 +13,10 @@ private slots:
     void anActionGoesIntoTheMenuBefore();
     void nullMenusAndActionsMakeNothing();
     void actionsOfAMenuReportUnderTheirIds();
+    void aMenuInTwoRowsReportsOnce();
+    void anActionOfARowReportsOnceInItsMenuToo();
     void actionsAreGroupedByNumber();
+    void ofSeveralCheckedActionsOfAGroupTheFirstCounts();
     void aNewStatusBarHasALabel();
     void aStatusBarOfTheCallersOwn();
 };
@@ -131,6 +134,36 @@ void tst_menu_rows::actionsOfAMenuReportUnderTheirIds()
     QCOMPARE(form.seen.front().eleType, E_MENU);
 }
 
+void tst_menu_rows::aMenuInTwoRowsReportsOnce()
+{
+    WindowForm form;
+    auto* menu = new QMenu("Menü", &form.window);
+    QAction* action = add(menu->addMenu("Mehr"), "Raster", "grid");
+    form.build({INFO(E_MENUBAR), INFO(E_MENU, {}, {}, menu), INFO(E_BUTTON, {}, "Knopf", {}, "b"),
+                INFO(E_MENU, {}, {}, menu)});
+    QCOMPARE(INFO::pushButtonByKey(&form.map, "b")->menu(), menu);
+    form.seen.clear();
+    action->trigger();
+    QCOMPARE(form.seen.size(), 1U);
+    QCOMPARE(form.map.value("grid"), true);
+    action->trigger();
+    QCOMPARE(form.seen.size(), 2U);
+    QCOMPARE(form.map.value("grid"), false);
+}
+
+void tst_menu_rows::anActionOfARowReportsOnceInItsMenuToo()
+{
+    WindowForm form;
+    auto* menu = new QMenu("Menü", &form.window);
+    auto* action = new QAction("Los", &form.window);
+    form.build({INFO(E_MENUBAR), INFO(E_MENU, {}, {}, menu), INFO(E_ACTION, {}, {}, action, "go"),
+                INFO(E_BUTTON, {}, "Knopf", {}, "b"), INFO(E_MENU, {}, {}, menu)});
+    form.seen.clear();
+    action->trigger();
+    QCOMPARE(form.seen.size(), 1U);
+    QCOMPARE(form.seen.front().key, "go");
+}
+
 void tst_menu_rows::actionsAreGroupedByNumber()
 {
     WindowForm form;
@@ -151,6 +184,28 @@ void tst_menu_rows::actionsAreGroupedByNumber()
     QVERIFY(!none->actionGroup());
     QVERIFY(!plain->actionGroup());
     QCOMPARE(grouped->actionGroup(), &own);
+}
+
+void tst_menu_rows::ofSeveralCheckedActionsOfAGroupTheFirstCounts()
+{
+    WindowForm form;
+    auto* one = new QMenu("Eins", &form.window);
+    auto* two = new QMenu("Zwei", &form.window);
+    QAction* none = add(one, "keins", "none", 1);
+    QAction* first = add(one, "a", "a", 1);
+    QAction* second = add(two, "b", "b", 1);
+    QAction* third = add(two, "c", "c", 1);
+    QAction* other = add(two, "d", "d", 2);
+    for (QAction* action : {first, second, third, other})
+        action->setChecked(true);
+    form.build({INFO(E_MENUBAR), INFO(E_MENU, {}, {}, one), INFO(E_MENU, {}, {}, two)});
+    QVERIFY(first->isChecked());
+    for (const QAction* action : {none, second, third})
+        QVERIFY2(!action->isChecked(), qPrintable(action->text()));
+    QVERIFY(other->isChecked());
+    second->trigger();
+    QVERIFY(second->isChecked());
+    QVERIFY(!first->isChecked());
 }
 
 void tst_menu_rows::aNewStatusBarHasALabel()

@@ -47,6 +47,8 @@ private slots:
     void nullMenuAndNullListAreTolerated();
     void collectsEntriesWithTheMenuTheyStandIn();
     void collectsTheMenusOfAMenuBar();
+    void eachEntryIsCollectedOnce_data();
+    void eachEntryIsCollectedOnce();
     void passesOverMenusThatHaveGone();
     void storesAMenuOnce();
     void nullMapHasNoMenus();
@@ -143,6 +145,30 @@ void tst_menu_search::collectsTheMenusOfAMenuBar()
                                   "[0] b (action)"};
     QCOMPARE(logged, expected);
     QCOMPARE(entries.size(), std::size_t(4));
+}
+
+void tst_menu_search::eachEntryIsCollectedOnce_data()
+{
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("bar first") << QStringList {"bar", "menu"};
+    QTest::newRow("menu first") << QStringList {"menu", "bar"};
+    QTest::newRow("submenu as well") << QStringList {"bar", "submenu", "menu"};
+}
+
+void tst_menu_search::eachEntryIsCollectedOnce()
+{
+    QFETCH(QStringList, order);
+    const auto menu = sampleMenu();
+    QMenuBar bar;
+    bar.addMenu(menu.get());
+    const QMap<QString, QObject*> objects {
+        {"bar", &bar}, {"menu", menu.get()}, {"submenu", menu->actions().at(2)->menu<QMenu*>()}};
+    for (const QString& name : order)
+        INFO::storeMenu(objects.value(name), &m_map);
+    std::vector<std::pair<MenuEntry, QPointer<QMenu>>> entries;
+    INFO::collectMenuData(&m_map, &entries);
+    QCOMPARE(entries.size(), std::size_t(6));
+    QCOMPARE(logged.size(), 6);
 }
 
 void tst_menu_search::passesOverMenusThatHaveGone()

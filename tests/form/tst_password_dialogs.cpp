@@ -15,6 +15,7 @@ private slots:
     void textsDependOnTheMode_data();
     void textsDependOnTheMode();
     void textsMayHoldASemicolon();
+    void textsMayHoldBraces();
     void theWindowHasATitleBarOnly();
     void fieldsShareFontAndWidth();
     void theFieldsStartEmpty();
@@ -135,6 +136,24 @@ void tst_password_dialogs::textsMayHoldASemicolon()
     call.text = "Erst dies; dann das";
     run(call, [](const QDialog& dialog) {
         QCOMPARE(labelOf(dialog, "pwd"), "<b><big>Erst dies; dann das</b></big>");
+    });
+    QVERIFY(m_asked);
+}
+
+void tst_password_dialogs::textsMayHoldBraces()
+{
+    Call call;
+    call.title = "Titel {{minwidth}{900}}";
+    call.text = "Für {{minwidth}{900}} {{{b}{c}}} {{";
+    run(call, [](const QDialog& dialog) {
+        const QString label = labelOf(dialog, "pwd");
+        QCOMPARE(QTextDocumentFragment::fromHtml(label).toPlainText(),
+                 "Für {{minwidth}{900}} {{{b}{c}}} {{");
+        QVERIFY(label.startsWith("<b><big>"));
+        QCOMPARE(field(dialog, "pwd")->accessibleName(), "Für {{minwidth}{900}} {{{b}{c}}} {{");
+        QVERIFY(field(dialog, "pwd")->minimumWidth() < 900);
+        QCOMPARE(dialog.windowTitle(), "Titel {{minwidth}{900}}");
+        QVERIFY(dialog.minimumWidth() < 900);
     });
     QVERIFY(m_asked);
 }

@@ -2,6 +2,18 @@
 
 using namespace mod_form_qt;
 
+namespace {
+
+int beeps = 0;
+
+} // namespace
+
+/// Takes the place of the toolkit's in this program: a sound leaves nothing else to be seen.
+void QApplication::beep()
+{
+    ++beeps;
+}
+
 /// What can be typed into the dialogs that ask for passwords, and what is accepted.
 class tst_password_entry : public PasswordBench
 {
@@ -12,6 +24,8 @@ private slots:
     // typing
     void blanksAtTheEndsCannotBeTyped();
     void aPastedTextWithBlanksAtAnEndIsRefused();
+    void aRefusalBeeps_data();
+    void aRefusalBeeps();
     void blanksInsideArePossible();
     // setting a password
     void aGoodPasswordIsReturned();
@@ -65,6 +79,34 @@ void tst_password_entry::aPastedTextWithBlanksAtAnEndIsRefused()
             QTest::keySequence(edit, QKeySequence::Paste);
             QCOMPARE(edit->text(), "alt");
         }
+    });
+    QVERIFY(m_asked);
+}
+
+void tst_password_entry::aRefusalBeeps_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::newRow("password") << "pwd";
+    QTest::newRow("repetition") << "pwd_again";
+}
+
+void tst_password_entry::aRefusalBeeps()
+{
+    QFETCH(QString, key);
+    run({}, [&key](const QDialog& dialog) {
+        QLineEdit* edit = field(dialog, qPrintable(key));
+        beeps = 0;
+        QTest::keyClicks(edit, "ab");
+        QCOMPARE(beeps, 0);
+        QTest::keyClick(edit, Qt::Key_Space);
+        QCOMPARE(beeps, 1);
+        QTest::keyClick(edit, Qt::Key_Home);
+        QTest::keyClick(edit, Qt::Key_Space);
+        QCOMPARE(beeps, 2);
+        edit->setCursorPosition(1);
+        QTest::keyClick(edit, Qt::Key_Space);
+        QCOMPARE(edit->text(), "a b");
+        QCOMPARE(beeps, 2);
     });
     QVERIFY(m_asked);
 }

@@ -18,9 +18,13 @@ private slots:
     void aChangeOfTheClassesGeneratesAtOnce();
     void onlySelectedClassesAreUsed();
     void withoutAClassThereIsNoPassword();
+    void createWithEveryClassOffEmptiesTheField();
     void withoutALengthThereIsNoPassword();
     void theGeneratedPasswordCannotBeEdited();
     void useTakesThePasswordAndAccepts();
+    void useWithTheKeyboardTakesThePasswordAndAccepts();
+    void useBeforeCreateTakesNoPassword_data();
+    void useBeforeCreateTakesNoPassword();
     void useOfAShortPasswordIsReported();
     void copyPutsThePasswordOnTheClipboard();
     void settingsCarryOverToTheNextDialog();
@@ -121,6 +125,19 @@ void tst_password_settings::withoutAClassThereIsNoPassword()
     QVERIFY(m_asked);
 }
 
+void tst_password_settings::createWithEveryClassOffEmptiesTheField()
+{
+    run({}, [](const QDialog& dialog) {
+        setLength(dialog, 10);
+        select(dialog, {});
+        // To leave out the last class has emptied it already.
+        field(dialog, "generated_pwd")->setText("von vorher");
+        click(dialog, "create_pwd");
+        QCOMPARE(field(dialog, "generated_pwd")->text(), "");
+    });
+    QVERIFY(m_asked);
+}
+
 void tst_password_settings::withoutALengthThereIsNoPassword()
 {
     run({}, [](const QDialog& dialog) {
@@ -159,6 +176,49 @@ void tst_password_settings::useTakesThePasswordAndAccepts()
     QCOMPARE(outcome.code, 1);
     QCOMPARE(outcome.pwd, generated);
     QCOMPARE(m_messages, QStringList());
+}
+
+void tst_password_settings::useWithTheKeyboardTakesThePasswordAndAccepts()
+{
+    QString generated;
+    const Outcome outcome = run({}, [&](const QDialog& dialog) {
+        setLength(dialog, 12);
+        select(dialog, allClasses);
+        generated = field(dialog, "generated_pwd")->text();
+        QPushButton* use = button(dialog, "set_pwd");
+        use->setFocus(Qt::TabFocusReason);
+        QCOMPARE(dialog.focusWidget(), use);
+        QTest::keyClick(use, Qt::Key_Space);
+    });
+    QCOMPARE(generated.size(), 12);
+    QCOMPARE(outcome.code, 1);
+    QCOMPARE(outcome.pwd, generated);
+    QCOMPARE(m_messages, QStringList());
+}
+
+void tst_password_settings::useBeforeCreateTakesNoPassword_data()
+{
+    QTest::addColumn<bool>("allowEmpty");
+    QTest::newRow("which may be") << true;
+    QTest::newRow("which may not be") << false;
+}
+
+void tst_password_settings::useBeforeCreateTakesNoPassword()
+{
+    QFETCH(bool, allowEmpty);
+    Call call;
+    call.allowEmpty = allowEmpty;
+    const Outcome outcome = run(call, [&](QDialog& dialog) {
+        QCOMPARE(field(dialog, "generated_pwd")->text(), "");
+        typeBoth(dialog, "geheim");
+        if (!allowEmpty)
+            answerBox(&dialog);
+        click(dialog, "set_pwd");
+        if (!allowEmpty)
+            QTRY_COMPARE(m_messages.size(), 2);
+    });
+    QCOMPARE(outcome.code, int(allowEmpty));
+    QCOMPARE(outcome.pwd, allowEmpty ? "" : "vorher");
 }
 
 void tst_password_settings::useOfAShortPasswordIsReported()

@@ -33,6 +33,8 @@ private slots:
     // the syntax of texts
     void textsAreParsed_data();
     void textsAreParsed();
+    void aCheckedItemOfAGroupFromALine();
+    void anItemWithOnlyALetterIsUncheckedAndInNoGroup();
 };
 
 void tst_tree_menu::aLineWithoutAnEndOpensASubmenu()
@@ -268,7 +270,13 @@ void tst_tree_menu::textsAreParsed_data()
     QTest::newRow("no group") << "Neu[x;1]"
                               << "Neu" << checkable(true, -1);
     QTest::newRow("empty fields") << "Neu[x;;]"
-                                  << "Neu" << checkable(false, -1);
+                                  << "Neu" << checkable(false, 0);
+    QTest::newRow("empty group") << "Neu[x;1;]"
+                                 << "Neu" << checkable(true, 0);
+    QTest::newRow("group that is no number") << "Neu[x;1;a]"
+                                             << "Neu" << checkable(true, 0);
+    QTest::newRow("group below 0") << "Neu[x;1;-3]"
+                                   << "Neu" << checkable(true, -3);
     QTest::newRow("empty check state") << "Neu[x;;4]"
                                        << "Neu" << checkable(false, 4);
     QTest::newRow("not checked") << "Neu[x;0;0]"
@@ -310,6 +318,34 @@ void tst_tree_menu::textsAreParsed()
     TREE_MENU::parse(text, attributes);
     QTEST(text, "left");
     QTEST(attributes, "attributes");
+}
+
+void tst_tree_menu::aCheckedItemOfAGroupFromALine()
+{
+    Tree tree;
+    tree.build << "a[x;1;2]\n";
+    tree.build >> "b[x;1;2]";
+    for (const char* text : {"a", "b"}) {
+        const QAction* action = tree.action(text);
+        QVERIFY2(action, text);
+        QVERIFY(action->isCheckable());
+        QVERIFY(action->isChecked());
+        QCOMPARE(action->property("menugroupno"), QVariant(2));
+    }
+}
+
+void tst_tree_menu::anItemWithOnlyALetterIsUncheckedAndInNoGroup()
+{
+    Tree tree;
+    tree.build >> "a[x]";
+    tree.build << "b[x]\n";
+    for (const char* text : {"a", "b"}) {
+        const QAction* action = tree.action(text);
+        QVERIFY2(action, text);
+        QVERIFY(action->isCheckable());
+        QVERIFY(!action->isChecked());
+        QCOMPARE(action->property("menugroupno"), QVariant(-1));
+    }
 }
 
 QTEST_MAIN(tst_tree_menu)

@@ -160,7 +160,7 @@ void tst_widget_attr::sortsTheModel()
     checks.addCheckItem("a", 1, false);
     addAttr(checks, A_SORTED);
     QCOMPARE(textsOf(checks), QStringList({"a", "c"}));
-    QCOMPARE(checks.checkedData(), QList<QVariant>({3}));
+    QCOMPARE(checks.checkedData(), QList<QVariant> {QVariant(3)});
     QCOMPARE(checks.checkedIndices(), QList<int>({1}));
 }
 
