@@ -39,6 +39,11 @@ double heapInUse()
     return static_cast<double>(heap.uordblks + heap.hblkhd);
 }
 
+double longest(const QList<double>& times)
+{
+    return *std::max_element(times.cbegin(), times.cend());
+}
+
 CustomProgressBar::options describe()
 {
     return ProgressDialog::GetStdProgressInfoWithButtons(true, QStringLiteral("Bench"),
@@ -178,8 +183,9 @@ void benchFlood(Limits& limits)
         growths.append((watch.mostHeap - watch.earlyHeap) / 1000);
         expect(watch.earlyHeap > 0, "the flood was too short to be watched");
     }
-    limits.report("longest wait of a 10 ms timer during 10,000,000 reports", median(waits), "ms",
-                  30.0, 15.0);
+    // One run is enough to annoy: it is the worst that counts, the median tells what is usual.
+    report("longest wait of a 10 ms timer in 10,000,000 reports, median", median(waits), "ms");
+    limits.report("the longest of these", longest(waits), "ms", 30.0, 15.0);
     limits.report("repaints in each 125 ms", median(repaints), "", 1.0, 1.0);
     limits.report("growth of the heap meanwhile", median(growths), "kB", 64.0, 0.0);
 }
@@ -236,8 +242,8 @@ void benchAbort(Limits& limits)
         expect(!run.first, "an abort got lost");
         times.append(static_cast<double>(seen) / 1e6);
     }
-    limits.report("from the press on abort to the work", median(times), "ms", 10.0, 1.0);
-    report("the longest of these", *std::max_element(times.cbegin(), times.cend()), "ms");
+    report("from the press on abort to the work, median", median(times), "ms");
+    limits.report("the longest of these", longest(times), "ms", 10.0, 1.0);
 }
 
 struct Part

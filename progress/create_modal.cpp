@@ -1,11 +1,12 @@
 #include "progress/create_modal.h"
 
 #include "progress/mailbox.h"
-#include "progress/status_update.h"
 
 #include <QDebug>
 #include <QEventLoop>
 #include <QTimer>
+
+#include <utility>
 
 namespace mod_progress_qt {
 
@@ -19,17 +20,22 @@ ProgressDialog::Pointer ProgressDialog::prepareModal(QWidget* parent, const opti
     return dialog;
 }
 
-bool ProgressDialog::runModal(const Pointer& dialog, Controller* controller, WorkerBase* worker,
+bool ProgressDialog::runModal(Pointer& dialog, Controller* controller, WorkerBase* worker,
                               QThread* thread)
 {
     dialog->m_controller = controller;
     dialog->connectWorker(worker);
     dialog->connectAbort(controller);
     thread->start(QThread::InheritPriority);
+    const QPointer<ProgressDialog> guard(dialog.data());
     dialog->waitForEnd(controller);
-    // The application quits, or the window is gone: nobody waits for the work any more, and nobody
-    // can abort it later.
-    if (!dialog->m_done)
+    if (guard)
+        guard->m_controller.clear();
+    else
+        dialog.clear();
+    // The application quits, or the window or the dialog is gone: nobody waits for the work any
+    // more, and nobody can abort it later.
+    if (!guard || !std::exchange(guard->m_done, true))
         controller->abort();
     const bool completed = !controller->isAborted();
     controller->deleteLater();
@@ -47,7 +53,14 @@ void ProgressDialog::connectWorker(WorkerBase* worker)
     connect(
         worker, &WorkerBase::transferData, worker,
         [mailbox](const std::any& result) { mailbox->put(result); }, Qt::DirectConnection);
-    connect(worker, &WorkerBase::finished, this, &QDialog::accept, Qt::QueuedConnection);
+    // Unless the wait is over already: what was given up does not end well later.
+    connect(
+        worker, &WorkerBase::finished, this,
+        [this] {
+            if (!m_done)
+                accept();
+        },
+        Qt::QueuedConnection);
 }
 
 void ProgressDialog::connectAbort(Controller* controller)
@@ -65,6 +78,8 @@ void ProgressDialog::connectAbort(Controller* controller)
             reject();
         });
     }
+    // In the status bar, too, where there is no button: an Escape that comes to the invisible
+    // dialog as a key ends the shortcut, and without this would leave no way to abort.
     if (hasFlag(CustomProgressBar::kCanAbort))
         connect(this, &ProgressDialog::abortRequested, controller, &Controller::abort);
     if (m_abortButton)
@@ -73,6 +88,8 @@ void ProgressDialog::connectAbort(Controller* controller)
 
 void ProgressDialog::waitForEnd(Controller* controller)
 {
+    // Somebody may delete the dialog meanwhile.
+    const QPointer<ProgressDialog> guard(this);
     if (!usesStatusBar()) {
         exec();
     } else if (hasFlag(CustomProgressBar::kNoDialog)) {
@@ -84,18 +101,27 @@ void ProgressDialog::waitForEnd(Controller* controller)
         makeAbortShortcut(this, controller);
         exec();
     }
-    clearOwnShortcut();
+    if (guard)
+        clearOwnShortcut();
 }
 
 void ProgressDialog::waitWithoutDialog(Controller* controller)
 {
     setVisible(false);
+    const QPointer<ProgressDialog> guard(this);
     QEventLoop loop;
     connect(this, &QDialog::accepted, &loop, &QEventLoop::quit);
     connect(this, &QDialog::rejected, &loop, &QEventLoop::quit);
+    // A dialog that is shown ends its loop with its parent. This one has only its windows.
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    for (QWidget* const window : {parentWidget(), m_mainWindow.data()}) {
+        if (window)
+            connect(window, &QObject::destroyed, &loop, &QEventLoop::quit);
+    }
     makeAbortShortcut(m_mainWindow, controller);
     loop.exec();
-    StatusUpdate::showMessage(QString(), -1);
+    if (guard)
+        clearStatusBar();
 }
 
 void ProgressDialog::makeAbortShortcut(QWidget* parent, Controller* controller)

@@ -11,7 +11,7 @@ ProgressDialog::createModal(QWidget* parent, const options& opts, const std::any
                             std::function<int(std::type_identity_t<Worker>*)> work,
                             const WidgetAndLayout* before, const WidgetAndLayout* after)
 {
-    const Pointer dialog = prepareModal(parent, opts, before, after);
+    Pointer dialog = prepareModal(parent, opts, before, after);
     const auto [controller, worker, thread] = Controller::Create<Worker>(data, std::move(work));
     const bool completed = runModal(dialog, controller, worker, thread);
     return {completed, dialog};

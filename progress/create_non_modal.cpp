@@ -1,5 +1,4 @@
 #include "progress/progress_dialog.h"
-#include "progress/status_update.h"
 
 #include <QCoreApplication>
 
@@ -60,9 +59,18 @@ void ProgressDialog::disableMainWindow()
 {
     if (!m_mainWindow)
         return;
+    // With a window its dialogs are disabled, too. Work that is waited for has to be abortable.
+    QList<QWidget*> usable;
+    const QList<QPointer<ProgressDialog>> open = all();
+    for (const QPointer<ProgressDialog>& dialog : open) {
+        if (dialog && dialog->m_modal && dialog->isEnabled())
+            usable.append(dialog);
+    }
     m_mainWindowWasEnabled = m_mainWindow->isEnabled();
     m_mainWindow->setEnabled(false);
     m_reenablesMainWindow = true;
+    for (QWidget* const dialog : std::as_const(usable))
+        dialog->setEnabled(true);
 }
 
 QWidget* ProgressDialog::showNonModal()
@@ -92,7 +100,7 @@ void ProgressDialog::makeStopShortcut(QWidget* parent)
 {
     makeShortcut(parent, [this] {
         stop();
-        StatusUpdate::showMessage(QString(), -1);
+        clearStatusBar();
     });
 }
 

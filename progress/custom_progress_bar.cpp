@@ -202,17 +202,20 @@ bool CustomProgressBar::showPercent(qint64 percent)
 {
     if (percent == m_lastPercent)
         return false;
+    bool changed = false;
     const qsizetype count = m_squares.size();
     for (qsizetype number = 1; number <= count; ++number) {
         QPushButton* const square = m_squares.at(number - 1);
         if (square == nullptr)
             continue;
         const QString& sheet = 100 * number / count > percent ? m_emptySheet : m_filledSheet;
-        if (square->styleSheet() != sheet)
-            square->setStyleSheet(sheet);
+        if (square->styleSheet() == sheet)
+            continue;
+        square->setStyleSheet(sheet);
+        changed = true;
     }
     m_lastPercent = percent;
-    return true;
+    return changed;
 }
 
 qint64 CustomProgressBar::percentOf(qint64 current, qint64 total)

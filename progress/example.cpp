@@ -71,6 +71,8 @@ void runLoop(QWidget* parent, bool useStatusBar)
                                ProgressDialog::tr("Reading..."), useStatusBar);
     const ProgressDialog::Pointer dialog = ProgressDialog::createNonModal(parent, opts);
     for (qsizetype index = 0; index < files.size() && !ProgressDialog::isStopped(dialog); ++index) {
+        // The second file comes after 100 ms, within the repaint delay of 125: only the first and
+        // the third are ever seen.
         ProgressDialog::setProgress(dialog, files.at(index), index + 1, files.size());
         QThread::msleep(fileMs);
     }

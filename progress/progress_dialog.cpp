@@ -4,15 +4,9 @@
 #include "progress/mailbox.h"
 #include "progress/status_update.h"
 
-#include <QApplication>
-#include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDebug>
-#include <QKeyEvent>
-#include <QMainWindow>
-#include <QMessageBox>
-#include <QMutexLocker>
 #include <QTimerEvent>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
@@ -23,43 +17,12 @@ namespace mod_progress_qt {
 namespace {
 
 constexpr int autoValueTotal = 100;
-/// Pixels that words have at least before they are wrapped.
-constexpr int leastWrapWidth = 320;
 /// Milliseconds between two looks into the mailbox; well below what a repaint waits for.
 constexpr int mailIntervalMs = 10;
 
 // Connections to slots by function do without; those by text, and other queued calls, need them.
 const std::array registered {qRegisterMetaType<ProgressValues>("mod_progress_qt::ProgressValues"),
                              qRegisterMetaType<std::any>("std::any")};
-
-bool isEscape(QEvent* event)
-{
-    return event->type() == QEvent::KeyPress
-        && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
-}
-
-void addPair(QVBoxLayout& layout, const ProgressDialog::WidgetAndLayout* part)
-{
-    if (part == nullptr)
-        return;
-    if (part->first)
-        layout.addWidget(part->first);
-    if (part->second)
-        layout.addLayout(part->second);
-}
-
-/// Takes the widgets out of a layout and deletes it.
-QList<QWidget*> dismantle(QLayout* layout)
-{
-    QList<QWidget*> widgets;
-    while (QLayoutItem* const item = layout->takeAt(0)) {
-        if (item->widget())
-            widgets.append(item->widget());
-        delete item;
-    }
-    delete layout;
-    return widgets;
-}
 
 int asPercent(const ProgressValues& values)
 {
@@ -138,64 +101,6 @@ ProgressDialog::GetStdProgressInfoWithButtons(bool canAbort, const QString& titl
     return GetStdProgressInfo(canAbort, title, flags | CustomProgressBar::kSquares);
 }
 
-// -------------------------------------------------------------------- layout
-
-QPushButton* ProgressDialog::createLayout(const Pointer& dialog, const options& opts,
-                                          const WidgetAndLayout* before,
-                                          const WidgetAndLayout* after)
-{
-    if (!dialog)
-        return nullptr;
-    QList<QWidget*> old;
-    if (dialog->m_hasLayout) {
-        old = dismantle(dialog->layout());
-        old.removeAll(dialog->m_display);
-        delete dialog->m_display;
-    }
-    dialog->setWindowTitle(opts.title);
-    const auto [display, abortButton] = dialog->m_bar.Create(opts);
-    display->layout()->setContentsMargins(0, 0, 0, 0);
-    if (opts.flags & CustomProgressBar::kWrapLabels)
-        display->setMinimumWidth(leastWrapWidth);
-    auto* layout = new QVBoxLayout;
-    addPair(*layout, before);
-    layout->addWidget(display);
-    addPair(*layout, after);
-    dialog->setLayout(layout);
-    for (QWidget* const widget : std::as_const(old)) {
-        if (layout->indexOf(widget) < 0)
-            widget->hide();
-    }
-    dialog->m_display = display;
-    dialog->m_hasLayout = true;
-    dialog->m_statusText = opts.text;
-    return abortButton;
-}
-
-void ProgressDialog::createHiddenLikeDialog(QDialog* dialog)
-{
-    if (dialog == nullptr)
-        return;
-    dialog->setWindowFlags(Qt::Tool | Qt::FramelessWindowHint);
-    dialog->setFixedSize(0, 0);
-    dialog->setAttribute(Qt::WA_DontShowOnScreen);
-}
-
-QWidget* ProgressDialog::getMainWindow()
-{
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget* const window : windows) {
-        if (qobject_cast<QMainWindow*>(window))
-            return window;
-    }
-    for (QWidget* const window : windows) {
-        // A display is no window that it could be shown for.
-        if (qobject_cast<QDialog*>(window) && !qobject_cast<ProgressDialog*>(window))
-            return window;
-    }
-    return nullptr;
-}
-
 // -------------------------------------------------------------------- values
 
 bool ProgressDialog::setValue(const Pointer& dialog, const ProgressValues& values)
@@ -254,6 +159,7 @@ bool ProgressDialog::updateProgress(const ProgressValues& values)
     if (std::get<3>(values).isValid())
         m_statusPercent = asPercent(values);
     StatusUpdate::showMessage(m_statusText, m_statusPercent);
+    m_statusIsCleared = false;
     // What has been posted is only shown if events are processed.
     return true;
 }
@@ -298,7 +204,8 @@ void ProgressDialog::read(const Mail& mail)
 {
     if (mail.data)
         transferDataSlot(*mail.data);
-    if (mail.updates > 0 && !m_stopped)
+    // Work that nobody waits for any more has nothing to show.
+    if (mail.updates > 0 && !m_stopped && !m_done)
         showValues(mail.values, m_autoValue || mail.stepIsLatest,
                    m_autoValue ? mail.updates : mail.steps);
 }
@@ -359,6 +266,11 @@ bool ProgressDialog::canAbort(const QPointer<ProgressDialog>& dialog)
     return dialog && dialog->hasFlag(CustomProgressBar::kCanAbort);
 }
 
+Controller* ProgressDialog::controller() const
+{
+    return m_controller;
+}
+
 void ProgressDialog::stop()
 {
     if (m_stopped)
@@ -367,116 +279,21 @@ void ProgressDialog::stop()
     hide();
 }
 
+void ProgressDialog::clearStatusBar()
+{
+    StatusUpdate::showMessage(QString(), -1);
+    m_statusIsCleared = true;
+}
+
 void ProgressDialog::restoreUiState(int /*code*/)
 {
-    if (usesStatusBar())
-        StatusUpdate::showMessage(QString(), -1);
-    // Once: by the time a dialog is destroyed, the next one may have disabled the window again.
+    // Each once: by the time a dialog is destroyed, the next one may show something in the status
+    // bar, or have disabled the window again.
+    if (usesStatusBar() && !m_statusIsCleared)
+        clearStatusBar();
     if (std::exchange(m_reenablesMainWindow, false) && m_mainWindow)
         m_mainWindow->setEnabled(m_mainWindowWasEnabled);
     clearOwnShortcut();
-}
-
-// -------------------------------------------------------------------- keys and shortcuts
-
-void ProgressDialog::makeShortcut(QWidget* parent, const std::function<void()>& activated)
-{
-    if (parent == nullptr)
-        return;
-    m_shortcut = new QShortcut(QKeySequence(Qt::Key_Escape), parent);
-    m_shortcut->setContext(Qt::ApplicationShortcut);
-    connect(m_shortcut, &QShortcut::activated, this, [this, activated] {
-        clearOwnShortcut();
-        activated();
-        if (showDebug)
-            qDebug("ABORT (SHORTCUT)");
-    });
-}
-
-void ProgressDialog::clearShortCut(const QPointer<QShortcut>& shortcut)
-{
-    if (!shortcut)
-        return;
-    shortcut->setEnabled(false);
-    shortcut->setParent(nullptr);
-    shortcut->deleteLater();
-}
-
-void ProgressDialog::clearOwnShortcut()
-{
-    clearShortCut(m_shortcut);
-    m_shortcut.clear();
-}
-
-bool ProgressDialog::eventFilter(QObject* object, QEvent* event)
-{
-    if (!isEscape(event))
-        return QDialog::eventFilter(object, event);
-    if (!hasFlag(CustomProgressBar::kCanAbort))
-        return true;
-    clearOwnShortcut();
-    if (m_modal)
-        emit abortRequested();
-    else
-        stop();
-    return true;
-}
-
-bool ProgressDialog::event(QEvent* event)
-{
-    const bool handled = QDialog::event(event);
-    // A window does not grow by itself with text that wraps.
-    if (event->type() == QEvent::LayoutRequest && layout() && layout()->hasHeightForWidth())
-        resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
-    return handled;
-}
-
-void ProgressDialog::closeEvent(QCloseEvent* event)
-{
-    event->ignore();
-}
-
-// -------------------------------------------------------------------- all dialogs
-
-void ProgressDialog::registerInstance(ProgressDialog* dialog)
-{
-    const QMutexLocker lock(&instancesMutex);
-    instances.append(dialog);
-}
-
-void ProgressDialog::unregisterInstance(ProgressDialog* dialog)
-{
-    const QMutexLocker lock(&instancesMutex);
-    instances.removeAll(dialog);
-}
-
-QList<QPointer<ProgressDialog>> ProgressDialog::all()
-{
-    const QMutexLocker lock(&instancesMutex);
-    return instances;
-}
-
-bool ProgressDialog::hasOpenDialogs(QWidget* parent, bool warn, bool abortAll)
-{
-    // Lets those go that are going away.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-
-    const QList<QPointer<ProgressDialog>> open = all();
-    for (const QPointer<ProgressDialog>& dialog : open) {
-        if (!abortAll || !canAbort(dialog))
-            continue;
-        if (!dialog->m_modal)
-            dialog->stop();
-        else if (dialog->m_controller)
-            dialog->m_controller->abort();
-    }
-    if (all().isEmpty())
-        return false;
-    if (warn)
-        QMessageBox::information(parent, tr("Info:"), tr("There are active processes running...."),
-                                 QMessageBox::Ok);
-    return true;
 }
 
 } // namespace mod_progress_qt

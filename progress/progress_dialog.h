@@ -90,9 +90,12 @@ public:
     /// \tparam Worker  derived from WorkerBase, with its constructor
     /// \param data     for the work to read, see `WorkerBase::data`
     /// \param work     called on the thread; must not be empty, touch widgets or throw. It asks
-    ///                 isStopped() in its loop and ends with finalizeWorker(). After a hard abort
-    ///                 it outlives this call, and with it what it refers to
-    /// \return         false if the work was aborted; and the dialog with what the work transferred
+    ///                 isStopped() in its loop and ends with finalizeWorker(). It outlives this
+    ///                 call, and with it what it refers to, after a hard abort, and if the program
+    ///                 quits or the parent is destroyed meanwhile
+    /// \return         false if the work was aborted, was to be given up as above, or if somebody
+    ///                 has deleted the dialog, which then is null; and the dialog with what the
+    ///                 work has transferred by now. With true that is what it ended with
     template <typename Worker = WorkerBase>
     static std::pair<bool, Pointer>
     createModal(QWidget* parent, const options& opts, const std::any& data,
@@ -139,6 +142,9 @@ public:
     /// Whether it was made by createModal().
     bool isModalWork() const { return m_modal; }
 
+    /// What aborts its work while createModal() waits for it; null otherwise.
+    Controller* controller() const;
+
     // ---------------------------------------------------------------- all dialogs
 
     /// The dialogs that are open. From any thread; looking at them belongs to the GUI thread.
@@ -160,13 +166,15 @@ public:
     static void createHiddenLikeDialog(QDialog* dialog);
     /// Ends a shortcut. To be called even by what it triggers.
     static void clearShortCut(const QPointer<QShortcut>& shortcut);
-    /// Puts the display into the dialog, in place of what is there.
+    /// Puts the display into the dialog, in place of the layout that is there. Widgets of that
+    /// layout that are not in the new one are hidden and stay children of the dialog; layouts
+    /// inside it that are not used again are deleted.
     /// \return  the abort button, or null
     static QPushButton* createLayout(const Pointer& dialog, const options& opts,
                                      const WidgetAndLayout* before = nullptr,
                                      const WidgetAndLayout* after = nullptr);
-    /// Clears the status bar, enables the main window again if it was, ends the abort shortcut.
-    /// \param code  has no effect
+    /// Clears the status bar, unless nothing came since it was last cleared, enables the main
+    /// window again if it was, ends the abort shortcut. \param code  has no effect
     void restoreUiState(int code);
 
     /// Shows the three uses, one after the other: two modal runs and a non-modal loop.
@@ -201,7 +209,7 @@ private:
     // The steps of createModal.
     static Pointer prepareModal(QWidget* parent, const options& opts, const WidgetAndLayout* before,
                                 const WidgetAndLayout* after);
-    static bool runModal(const Pointer& dialog, Controller* controller, WorkerBase* worker,
+    static bool runModal(Pointer& dialog, Controller* controller, WorkerBase* worker,
                          QThread* thread);
     void connectWorker(WorkerBase* worker);
     void connectAbort(Controller* controller);
@@ -212,6 +220,7 @@ private:
     bool usesStatusBar() const;
     bool hasFlag(CustomProgressBar::Flag flag) const;
     void stop();
+    void clearStatusBar();
     void makeShortcut(QWidget* parent, const std::function<void()>& activated);
     void clearOwnShortcut();
     bool showValues(const ProgressValues& values, bool asStep, qint64 steps);
@@ -227,17 +236,18 @@ private:
     QPointer<QWidget> m_mainWindow;
     bool m_mainWindowWasEnabled = true;
     bool m_reenablesMainWindow = false;
-    bool m_hasLayout = false;
     QPointer<QShortcut> m_shortcut;
     QPointer<Controller> m_controller;
     std::any m_data;
 
     QPointer<QWidget> m_display;
     QPointer<QPushButton> m_abortButton;
+    // Nobody waits for the work any more.
     bool m_done = false;
     // What the status bar shows of this dialog.
     QString m_statusText;
     int m_statusPercent = -1;
+    bool m_statusIsCleared = false;
     std::shared_ptr<Mailbox> m_mailbox;
     int m_mailTimer = 0;
 };

@@ -44,6 +44,17 @@ inline void whenever(const std::function<bool()>& ready, const std::function<voi
     timer->start(1);
 }
 
+/// Runs \a action as a program runs, in the main loop. Once a program was told to quit, no other
+/// loop waits any more, not even those of later tests; this one leaves it as it was.
+inline void inMainLoop(const std::function<void()>& action)
+{
+    QTimer::singleShot(0, qApp, [&action] {
+        action();
+        QCoreApplication::exit();
+    });
+    QCoreApplication::exec();
+}
+
 /// The only open dialog, or null.
 inline mod_progress_qt::ProgressDialog* theDialog()
 {

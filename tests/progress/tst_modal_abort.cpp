@@ -67,6 +67,8 @@ private slots:
     void workThatEndsInTimeIsNotAbortedHard();
     void timeLimitOfAnEarlierRunIsOver();
     void hardAbortWithoutAnAbortNeverComes();
+    void workThatWasGivenUpChangesOnlyTheData();
+    void aDialogCanRunAgainByItself();
 };
 
 void tst_modal_abort::cleanup()
@@ -132,20 +134,18 @@ void tst_modal_abort::pressingTwiceInitiatesOneAbort()
 
 void tst_modal_abort::buttonAndEscapeInitiateOneAbort()
 {
-    // Each abort that is initiated starts the time anew: the warning tells how many there were.
-    ProgressDialog::hardInterruptTimeMs = 1;
-    const Messages messages;
-    Messages::clear();
+    int initiated = 0;
     LateWork late;
-    onceModal([](ProgressDialog& dialog) {
+    onceModal([&](ProgressDialog& dialog) {
+        connect(dialog.controller(), &Controller::abortInitiated, this,
+                [&initiated] { ++initiated; });
         pressOn(abortButtonOf(dialog));
         QTest::keyClick(&dialog, Qt::Key_Escape);
         pressOn(abortButtonOf(dialog));
+        late.mayEnd.release();
     });
     QVERIFY(!ProgressDialog::createModal(nullptr, abortable(), {}, late.work()).first);
-    settle();
-    QCOMPARE(Messages::all(), QStringList("Hard abort due to timeout"));
-    late.mayEnd.release();
+    QCOMPARE(initiated, 1);
     late.hasEnded.acquire();
 }
 
@@ -278,8 +278,8 @@ void tst_modal_abort::flagStaysReadableAfterAHardAbort()
     QVERIFY(late.sawAbort);
     settle();
     // What still comes is no longer refused by anybody.
-    QTRY_COMPARE_WITH_TIMEOUT((settle(), std::any_cast<QString>(result.second->transferredData())),
-                              "too late", kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(result.second->transferredData().has_value(), kPatience);
+    QCOMPARE(std::any_cast<QString>(result.second->transferredData()), "too late");
 }
 
 void tst_modal_abort::workMayOutliveItsDialog()
@@ -314,26 +314,18 @@ void tst_modal_abort::workThatEndsInTimeIsNotAbortedHard()
 
 void tst_modal_abort::timeLimitOfAnEarlierRunIsOver()
 {
-    ProgressDialog::hardInterruptTimeMs = 30;
-    const Messages messages;
-    Messages::clear();
-    onceModal([](ProgressDialog& dialog) { pressOn(abortButtonOf(dialog)); });
-    const auto first = ProgressDialog::createModal(nullptr, abortable(), {}, waitForAbort);
-    // Runs well beyond that limit, which was not its own.
-    std::atomic<int> beats = 0;
+    ProgressDialog::hardInterruptTimeMs = kPatience;
+    QPointer<QTimer> limit;
+    bool runs = false;
     onceModal([&](ProgressDialog& dialog) {
-        auto* timer = new QTimer(&dialog);
-        connect(timer, &QTimer::timeout, &dialog, [&beats] { ++beats; });
-        timer->start(10);
+        limit = dialog.controller()->findChild<QTimer*>();
+        pressOn(abortButtonOf(dialog));
+        runs = limit && limit->isActive() && limit->interval() == kPatience;
     });
-    const auto second =
-        ProgressDialog::createModal(nullptr, abortable(), {}, [&](WorkerBase* worker) {
-            while (beats < 8)
-                QThread::yieldCurrentThread();
-            return ProgressDialog::finalizeWorker(worker, {}, true);
-        });
-    QVERIFY(second.first);
-    QCOMPARE(Messages::all(), QStringList());
+    const auto first = ProgressDialog::createModal(nullptr, abortable(), {}, waitForAbort);
+    QVERIFY(runs);
+    settle();
+    QVERIFY(limit.isNull());
 }
 
 void tst_modal_abort::hardAbortWithoutAnAbortNeverComes()
@@ -352,6 +344,42 @@ void tst_modal_abort::hardAbortWithoutAnAbortNeverComes()
             return ProgressDialog::finalizeWorker(worker, {}, true);
         });
     QVERIFY(result.first);
+}
+
+void tst_modal_abort::workThatWasGivenUpChangesOnlyTheData()
+{
+    ProgressDialog::hardInterruptTimeMs = 1;
+    std::binary_semaphore mayEnd {0};
+    int accepted = 0;
+    onceModal([&](ProgressDialog& dialog) {
+        connect(&dialog, &QDialog::accepted, this, [&accepted] { ++accepted; });
+        pressOn(abortButtonOf(dialog));
+    });
+    const auto opts = abortable(CustomProgressBar::kFirstLabel | CustomProgressBar::kSquares);
+    const auto result = ProgressDialog::createModal(nullptr, opts, {}, [&](WorkerBase* worker) {
+        mayEnd.acquire();
+        worker->setProgress("too late", 2, 2);
+        return ProgressDialog::finalizeWorker(worker, true, true);
+    });
+    QVERIFY(!result.first);
+    ProgressDialog& dialog = *result.second;
+    mayEnd.release();
+    QTRY_VERIFY_WITH_TIMEOUT(dialog.transferredData().has_value(), kPatience);
+    settle();
+    QVERIFY(!labelsOf(dialog).contains("too late"));
+    QCOMPARE(filledSquares(dialog), 0);
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
+    QCOMPARE(accepted, 0);
+}
+
+void tst_modal_abort::aDialogCanRunAgainByItself()
+{
+    const auto result =
+        ProgressDialog::createModal(nullptr, abortable(), {}, [](WorkerBase* worker) {
+            return ProgressDialog::finalizeWorker(worker, {}, true);
+        });
+    QTimer::singleShot(0, result.second.data(), &QDialog::accept);
+    QCOMPARE(result.second->exec(), int(QDialog::Accepted));
 }
 
 QTEST_MAIN(tst_modal_abort)

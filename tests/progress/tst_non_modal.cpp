@@ -1,7 +1,5 @@
 #include "tests/progress/progress_fixture.h"
 
-#include <stdexcept>
-
 using namespace mod_progress_qt;
 
 namespace {
@@ -45,14 +43,6 @@ private slots:
     void isShownAndOpen();
     void takesAutoValue();
     void holdsWhatStandsBeforeAndAfter();
-    void withAbortTheMainWindowIsDisabledAndTheDialogIsNot();
-    void withoutAbortTheMainWindowStaysEnabled();
-    void withoutADialogFlagTheMainWindowStaysEnabled();
-    void mainWindowIsEnabledAgainAsItWas_data();
-    void mainWindowIsEnabledAgainAsItWas();
-    void mainWindowIsEnabledAgainAfterAnException();
-    void mainWindowMayGoFirst();
-    void parentMayGoFirst();
     void abortButtonStopsAndHides();
     void abortButtonWorksInsideSetValue();
     void escapeStopsAndHidesOnce_data();
@@ -64,7 +54,6 @@ private slots:
     void shortcutGoesWithTheDialog();
     void stoppedDialogIgnoresValues();
     void aSecondDialogClosesTheFirst();
-    void theFirstDialogDoesNotEnableTheWindowOfTheSecond();
     void aModalDialogIsNotClosed();
     void lastHolderDestroysIt();
     void somebodyElseMayDestroyIt();
@@ -123,97 +112,6 @@ void tst_non_modal::holdsWhatStandsBeforeAndAfter()
     QVERIFY(above->isVisible());
     QVERIFY(below->isVisible());
     QVERIFY(above->y() < below->y());
-}
-
-void tst_non_modal::withAbortTheMainWindowIsDisabledAndTheDialogIsNot()
-{
-    const Pointer dialog = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort));
-    QVERIFY(!m_window->isEnabled());
-    QVERIFY(dialog->isEnabled());
-    QVERIFY(abortButtonOf(*dialog)->isEnabled());
-}
-
-void tst_non_modal::withoutAbortTheMainWindowStaysEnabled()
-{
-    const Pointer dialog = ProgressDialog::createNonModal(m_window.get(), withFlags(kPlain));
-    QVERIFY(m_window->isEnabled());
-}
-
-void tst_non_modal::withoutADialogFlagTheMainWindowStaysEnabled()
-{
-    const Pointer dialog = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort | 512));
-    QVERIFY(m_window->isEnabled());
-    QVERIFY(dialog->isVisible()); // as there is no status bar
-}
-
-void tst_non_modal::mainWindowIsEnabledAgainAsItWas_data()
-{
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<int>("ending");
-    for (const bool enabled : {true, false}) {
-        const char* was = enabled ? "enabled" : "disabled";
-        QTest::addRow("%s, released", was) << enabled << 0;
-        QTest::addRow("%s, button", was) << enabled << 1;
-        QTest::addRow("%s, escape", was) << enabled << 2;
-        QTest::addRow("%s, next dialog", was) << enabled << 3;
-        QTest::addRow("%s, all aborted", was) << enabled << 4;
-    }
-}
-
-void tst_non_modal::mainWindowIsEnabledAgainAsItWas()
-{
-    QFETCH(bool, enabled);
-    QFETCH(int, ending);
-    m_window->setEnabled(enabled);
-    Pointer dialog = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort));
-    QVERIFY(!m_window->isEnabled());
-    if (ending == 1)
-        pressOn(abortButtonOf(*dialog));
-    else if (ending == 2)
-        QTest::keyClick(dialog.data(), Qt::Key_Escape);
-    else if (ending == 3)
-        dialog = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort));
-    else if (ending == 4)
-        ProgressDialog::hasOpenDialogs(nullptr, false, true);
-    QVERIFY(!m_window->isEnabled());
-    dialog.clear();
-    settle();
-    QCOMPARE(m_window->isEnabled(), enabled);
-}
-
-void tst_non_modal::mainWindowIsEnabledAgainAfterAnException()
-{
-    const auto loop = [this] {
-        const Pointer dialog = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort));
-        ProgressDialog::setText(dialog, "a");
-        throw std::runtime_error("in the caller's loop");
-    };
-    QVERIFY_EXCEPTION_THROWN(loop(), std::runtime_error);
-    settle();
-    QVERIFY(m_window->isEnabled());
-    QVERIFY(ProgressDialog::all().isEmpty());
-}
-
-void tst_non_modal::mainWindowMayGoFirst()
-{
-    const Pointer dialog = ProgressDialog::createNonModal(nullptr, withFlags(kAbort));
-    m_window.reset();
-    ProgressDialog::setText(dialog, "a");
-    QVERIFY(!ProgressDialog::isStopped(dialog));
-}
-
-void tst_non_modal::parentMayGoFirst()
-{
-    Pointer dialog = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort));
-    const QPointer<ProgressDialog> guard(dialog.data());
-    m_window.reset();
-    QVERIFY(guard); // it belongs to its holders
-    ProgressDialog::setProgress(dialog, "a", 1, 2);
-    QVERIFY(!ProgressDialog::isStopped(dialog));
-    const Pointer copy = dialog;
-    dialog.clear();
-    settle();
-    QVERIFY(guard);
 }
 
 void tst_non_modal::abortButtonStopsAndHides()
@@ -334,19 +232,6 @@ void tst_non_modal::aSecondDialogClosesTheFirst()
     // Its loop goes on.
     QVERIFY(!ProgressDialog::isStopped(first));
     QVERIFY(ProgressDialog::setText(first, "a"));
-}
-
-void tst_non_modal::theFirstDialogDoesNotEnableTheWindowOfTheSecond()
-{
-    Pointer first = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort));
-    Pointer second = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort));
-    first.clear();
-    settle();
-    QVERIFY(!m_window->isEnabled());
-    QVERIFY(second->isEnabled());
-    second.clear();
-    settle();
-    QVERIFY(m_window->isEnabled());
 }
 
 void tst_non_modal::aModalDialogIsNotClosed()

@@ -4,6 +4,25 @@ using namespace mod_progress_qt;
 
 namespace {
 
+/// Counts style sheets that are set.
+class StyleChanges : public QObject
+{
+public:
+    explicit StyleChanges(const QList<QPushButton*>& watched)
+    {
+        for (QPushButton* button : watched)
+            button->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* /*object*/, QEvent* event) override
+    {
+        count += event->type() == QEvent::StyleChange ? 1 : 0;
+        return false;
+    }
+
+    int count = 0;
+};
+
 /// A display with all labels and the squares.
 struct Sample
 {
@@ -70,6 +89,8 @@ private slots:
     void squaresTimeThatRanOutStaysSoWithoutANumber();
     void squaresTimeStartsAgainWithANumber();
     void labelsTimeDoesNotCountWithoutAText();
+    void onlySquaresThatDifferArePainted();
+    void theSamePercentageIsNotShownAgain();
 };
 
 void tst_progress_bar_timing::firstCallShowsItsTexts()
@@ -284,7 +305,8 @@ void tst_progress_bar_timing::firstResultTellsOfAChange_data()
     QTest::newRow("nothing") << QVariant() << QVariant() << false;
     QTest::newRow("the text it has") << QVariant("first") << QVariant() << false;
     QTest::newRow("a new text") << QVariant("a") << QVariant() << true;
-    QTest::newRow("a percentage") << QVariant() << QVariant(0) << true;
+    QTest::newRow("a percentage that fills no square") << QVariant() << QVariant(4) << false;
+    QTest::newRow("a percentage") << QVariant() << QVariant(5) << true;
 }
 
 void tst_progress_bar_timing::firstResultTellsOfAChange()
@@ -344,6 +366,29 @@ void tst_progress_bar_timing::labelsTimeDoesNotCountWithoutAText()
     if (since.elapsed() < 1000)
         QVERIFY(!again);
     QVERIFY(display.texts("a"));
+}
+
+void tst_progress_bar_timing::onlySquaresThatDifferArePainted()
+{
+    Sample display(0);
+    display.widget->show();
+    display.numbers(50);
+    const StyleChanges changes(squaresOf(*display.widget));
+    QVERIFY(soon([&] { return display.numbers(60); }));
+    QCOMPARE(display.filled(), 12);
+    QCOMPARE(changes.count, 2);
+}
+
+void tst_progress_bar_timing::theSamePercentageIsNotShownAgain()
+{
+    Sample display(0);
+    display.numbers(50);
+    const auto squares = squaresOf(*display.widget);
+    squares.first()->setStyleSheet("color: red");
+    QVERIFY(soon([&] { return display.numbers(50); }));
+    QCOMPARE(squares.first()->styleSheet(), "color: red");
+    QVERIFY(soon([&] { return display.numbers(51); }));
+    QCOMPARE(squares.first()->styleSheet(), CustomProgressBar::defaultSheet1);
 }
 
 QTEST_MAIN(tst_progress_bar_timing)

@@ -57,6 +57,8 @@ QMap<QChar, int> countLetters(QWidget* parent, const QString& text)
     using namespace mod_progress_qt;
     const auto opts = ProgressDialog::GetStdProgressInfo(true, "Counting");
     const auto run = ProgressDialog::createModal<LetterCounter>(parent, opts, text, {});
+    if (!run.first)
+        return {}; // then there may be no data
     return std::any_cast<QMap<QChar, int>>(run.second->transferredData());
 }
 
@@ -108,7 +110,9 @@ QString fileText(const QString& path)
 QMap<QString, QString> compiledExamples()
 {
     QMap<QString, QString> examples;
-    const QStringList parts = fileText(QFINDTESTDATA("tst_progress_guide.cpp")).split("//! [");
+    const QStringList parts =
+        fileText(QStringLiteral(LEDORA_TEST_DATA "/../progress/tst_progress_guide.cpp"))
+            .split("//! [");
     for (qsizetype i = 1; i + 1 < parts.size(); i += 2) {
         const qsizetype end = parts.at(i).indexOf("]\n");
         examples.insert(parts.at(i).left(end), parts.at(i).mid(end + 2).trimmed());
@@ -122,7 +126,7 @@ QMap<QString, QString> shownExamples()
     QMap<QString, QString> examples;
     static const QRegularExpression block("<!-- example: (\\w+) -->\\s*```cpp\n(.*?)```",
                                           QRegularExpression::DotMatchesEverythingOption);
-    const QString guide = fileText(QFINDTESTDATA("../../progress/README.md"));
+    const QString guide = fileText(QStringLiteral(LEDORA_TEST_DATA "/../../progress/README.md"));
     for (auto match = block.globalMatch(guide); match.hasNext();) {
         const QRegularExpressionMatch found = match.next();
         examples.insert(found.captured(1), found.captured(2).trimmed());
@@ -150,6 +154,8 @@ private slots:
     void aWorkerOfItsOwnClassDoesItsWork();
     void aLoopGoesThroughAllFiles();
     void progressIsShownInTheStatusBar();
+    void aWorkerOfItsOwnClassCanBeGivenUp();
+    void theGuideNamesEverySetting();
 };
 
 void tst_progress_guide::cleanup()
@@ -179,7 +185,7 @@ void tst_progress_guide::theGuideShowsWhatIsCompiled()
 
 void tst_progress_guide::allCodeOfTheGuideIsCompiled()
 {
-    const QString guide = fileText(QFINDTESTDATA("../../progress/README.md"));
+    const QString guide = fileText(QStringLiteral(LEDORA_TEST_DATA "/../../progress/README.md"));
     QCOMPARE(guide.count("```cpp"), shownExamples().size());
     QCOMPARE(shownExamples().keys(), compiledExamples().keys());
 }
@@ -198,7 +204,7 @@ void tst_progress_guide::theGuideTellsTheRightBits()
                                     {Bar::kNoStatusBar, "kNoStatusBar"},
                                     {Bar::kNoDialog, "kNoDialog"},
                                     {Bar::kSquares, "kSquares"}};
-    const QString guide = fileText(QFINDTESTDATA("../../progress/README.md"));
+    const QString guide = fileText(QStringLiteral(LEDORA_TEST_DATA "/../../progress/README.md"));
     for (auto name = names.begin(); name != names.end(); ++name)
         QVERIFY(guide.contains(QString("\n| %1 | `%2` |").arg(name.key()).arg(name.value())));
 }
@@ -241,6 +247,30 @@ void tst_progress_guide::progressIsShownInTheStatusBar()
              });
     QVERIFY(!sumUpTo(&window, std::numeric_limits<qint64>::max()));
     QVERIFY(seen.contains("Adding"));
+}
+
+void tst_progress_guide::aWorkerOfItsOwnClassCanBeGivenUp()
+{
+    QMap<QChar, int> counts {{'a', 1}};
+    // Long enough that the loop ends first, on any machine.
+    for (qsizetype letters = 1 << 22; !counts.isEmpty() && letters <= 1 << 28; letters *= 8) {
+        inMainLoop([&] {
+            QMetaObject::invokeMethod(
+                qApp, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
+            counts = countLetters(nullptr, QString(letters, 'a'));
+        });
+    }
+    QVERIFY(counts.isEmpty());
+}
+
+void tst_progress_guide::theGuideNamesEverySetting()
+{
+    const QString guide = fileText(QStringLiteral(LEDORA_TEST_DATA "/../../progress/README.md"));
+    for (const char* name :
+         {"title", "text", "abortText", "buttons", "buttonWidth", "buttonHeight", "repaintDelayMs",
+          "before", "after", "eventWaitTimeMs", "hardInterruptTimeMs", "globalHide", "showDebug",
+          "defaultEventsFlagsUserInteraction", "defaultEventsFlagsNoUserInteraction"})
+        QVERIFY2(guide.contains(QString("`%1`").arg(name)), name);
 }
 
 QTEST_MAIN(tst_progress_guide)

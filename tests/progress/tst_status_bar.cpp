@@ -20,13 +20,6 @@ constexpr int kAbort = 16;
 constexpr int kNoStatusBar = 256;
 constexpr int kNoDialog = 512;
 
-int waitForAbort(WorkerBase* worker)
-{
-    while (!ProgressDialog::isStopped(worker))
-        QThread::yieldCurrentThread();
-    return ProgressDialog::finalizeWorker(worker, QString("aborted"), true);
-}
-
 } // namespace
 
 class tst_status_bar : public QObject
@@ -57,18 +50,9 @@ private slots:
     void nonModalIsStoppedByEscape();
     void nonModalClearsTheStatusBarAtItsEnd();
     void nonModalWithBit512WithoutAMainWindow();
-    void modalWithoutBit512IsInvisible();
-    void modalWithBit512LeavesTheWindowEnabled();
-    void modalIsAbortedByEscape_data();
-    void modalIsAbortedByEscape();
-    void modalWithoutAbortIgnoresEscape_data();
-    void modalWithoutAbortIgnoresEscape();
-    void modalShowsItsProgress();
-    void modalClearsTheStatusBarAtItsEnd();
-    void modalIsAbortedHard_data();
-    void modalIsAbortedHard();
-    void escapeBelongsToTheWindowAgainAfterwards();
-    void keyOnTheInvisibleDialogAborts();
+    void aSecondDialogClearsTheBarOnce();
+    void aDialogThatShowsMoreAfterwardsClearsItAtItsEnd();
+    void aStoppedDialogDoesNotClearWhatCameAfterIt();
 
 private:
     std::unique_ptr<StatusWindow> m_window;
@@ -339,167 +323,43 @@ void tst_status_bar::nonModalWithBit512WithoutAMainWindow()
     StatusUpdate::active = false;
 }
 
-void tst_status_bar::modalWithoutBit512IsInvisible()
+void tst_status_bar::aSecondDialogClearsTheBarOnce()
 {
-    bool seen = false;
-    onceModal([&](ProgressDialog& dialog) {
-        seen = dialog.isModal() && dialog.testAttribute(Qt::WA_DontShowOnScreen)
-            && dialog.size() == QSize(0, 0);
-        ProgressDialog::hasOpenDialogs(nullptr, false, true);
-    });
-    const auto result =
-        ProgressDialog::createModal(m_window.get(), withFlags(kAbort), {}, waitForAbort);
-    QVERIFY(!result.first);
-    QVERIFY(seen);
-    QVERIFY(m_window->isEnabled());
-}
+    Pointer first = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort | kNoDialog));
+    ProgressDialog::setProgress(first, "first", 1, 2);
+    const QPointer<QShortcut> shortcut = m_window->findChild<QShortcut*>();
+    QVERIFY(shortcut);
+    const Pointer second = ProgressDialog::createNonModal(m_window.get(), withFlags(kNoDialog));
+    QCOMPARE(m_window->label->text(), "");
+    QVERIFY(!m_window->bar->isVisible());
+    QVERIFY(shortcut.isNull());
 
-void tst_status_bar::modalWithBit512LeavesTheWindowEnabled()
-{
-    bool seen = false;
-    whenever([] { return theDialog() != nullptr; },
-             [&] {
-                 seen = m_window->isEnabled() && !theDialog()->isVisible()
-                     && QApplication::activeModalWidget() == nullptr;
-                 ProgressDialog::hasOpenDialogs(nullptr, false, true);
-             });
-    const auto result = ProgressDialog::createModal(m_window.get(), withFlags(kAbort | kNoDialog),
-                                                    {}, waitForAbort);
-    QVERIFY(!result.first);
-    QVERIFY(seen);
-}
-
-void tst_status_bar::modalIsAbortedByEscape_data()
-{
-    nonModalIsStoppedByEscape_data();
-}
-
-void tst_status_bar::modalIsAbortedByEscape()
-{
-    QFETCH(int, flags);
-    const Messages messages;
-    Messages::clear();
-    ProgressDialog::showDebug = true;
-    const auto shortcutIsThere = [this] { return m_window->findChild<QShortcut*>() != nullptr; };
-    whenever(shortcutIsThere,
-             [this] { QTest::keyClick(m_window->windowHandle(), Qt::Key_Escape); });
-    const auto result =
-        ProgressDialog::createModal(m_window.get(), withFlags(flags), {}, waitForAbort);
-    QVERIFY(!result.first);
-    QCOMPARE(std::any_cast<QString>(result.second->transferredData()), "aborted");
-    QCOMPARE(Messages::all().count("ABORT (SHORTCUT)"), 1);
+    ProgressDialog::setProgress(second, "second", 1, 4);
+    first.clear();
     settle();
-    QVERIFY(m_window->findChildren<QShortcut*>().isEmpty());
+    QCOMPARE(m_window->label->text(), "second");
+    QVERIFY(m_window->bar->isVisible());
 }
 
-void tst_status_bar::modalWithoutAbortIgnoresEscape_data()
+void tst_status_bar::aDialogThatShowsMoreAfterwardsClearsItAtItsEnd()
 {
-    QTest::addColumn<int>("flags");
-    QTest::newRow("invisible dialog") << 0;
-    QTest::newRow("no dialog") << kNoDialog;
+    Pointer first = ProgressDialog::createNonModal(m_window.get(), withFlags(kNoDialog));
+    const Pointer second = ProgressDialog::createNonModal(m_window.get(), withFlags(kNoDialog));
+    ProgressDialog::setProgress(first, "still here", 1, 2);
+    first.clear();
+    settle();
+    QCOMPARE(m_window->label->text(), "");
 }
 
-void tst_status_bar::modalWithoutAbortIgnoresEscape()
+void tst_status_bar::aStoppedDialogDoesNotClearWhatCameAfterIt()
 {
-    QFETCH(int, flags);
-    std::atomic<bool> pressed = false;
-    whenever([] { return theDialog() != nullptr; },
-             [&] {
-                 QTest::keyClick(m_window->windowHandle(), Qt::Key_Escape);
-                 QTest::keyClick(theDialog(), Qt::Key_Escape);
-                 pressed = true;
-             });
-    const auto result = ProgressDialog::createModal(
-        m_window.get(), withFlags(flags), {}, [&pressed](WorkerBase* worker) {
-            while (!pressed)
-                QThread::yieldCurrentThread();
-            return ProgressDialog::finalizeWorker(worker, 7, true);
-        });
-    QVERIFY(result.first);
-    QCOMPARE(std::any_cast<int>(result.second->transferredData()), 7);
-}
-
-void tst_status_bar::modalShowsItsProgress()
-{
-    const auto shown = [this] {
-        return m_window->label->text() == QLatin1String("half") && m_window->bar->value() == 50
-            && m_window->bar->isVisible();
-    };
-    whenever(shown, [] { ProgressDialog::hasOpenDialogs(nullptr, false, true); });
-    const auto result =
-        ProgressDialog::createModal(m_window.get(), withFlags(kAbort), {}, [](WorkerBase* worker) {
-            worker->setProgress("half", 5, 10);
-            return waitForAbort(worker);
-        });
-    QVERIFY(!result.first);
-}
-
-void tst_status_bar::modalClearsTheStatusBarAtItsEnd()
-{
-    for (const int flags : {0, kNoDialog}) {
-        auto result = ProgressDialog::createModal(
-            m_window.get(), withFlags(flags), {}, [](WorkerBase* worker) {
-                worker->setProgress("half", 5, 10);
-                return ProgressDialog::finalizeWorker(worker, {}, true);
-            });
-        QVERIFY(result.first);
-        if (flags == 0)
-            result.second.clear();
-        settle();
-        QCOMPARE(m_window->label->text(), "");
-        QVERIFY(!m_window->bar->isVisible());
-    }
-}
-
-void tst_status_bar::modalIsAbortedHard_data()
-{
-    nonModalIsStoppedByEscape_data();
-}
-
-void tst_status_bar::modalIsAbortedHard()
-{
-    QFETCH(int, flags);
-    ProgressDialog::hardInterruptTimeMs = 1;
-    const Messages messages;
-    Messages::clear();
-    std::binary_semaphore mayEnd {0};
-    std::binary_semaphore hasEnded {0};
-    whenever([] { return theDialog() != nullptr; },
-             [] { ProgressDialog::hasOpenDialogs(nullptr, false, true); });
-    const auto result =
-        ProgressDialog::createModal(m_window.get(), withFlags(flags), {}, [&](WorkerBase* worker) {
-            mayEnd.acquire();
-            const int ok = ProgressDialog::finalizeWorker(worker, {}, true);
-            hasEnded.release();
-            return ok;
-        });
-    QVERIFY(!result.first);
-    QCOMPARE(Messages::all().count("Hard abort due to timeout"), 1);
-    mayEnd.release();
-    hasEnded.acquire();
-}
-
-void tst_status_bar::escapeBelongsToTheWindowAgainAfterwards()
-{
-    const auto result = ProgressDialog::createModal(
-        m_window.get(), withFlags(kAbort | kNoDialog), {},
-        [](WorkerBase* worker) { return ProgressDialog::finalizeWorker(worker, {}, true); });
-    QVERIFY(result.first);
-    QShortcut own(QKeySequence(Qt::Key_Escape), m_window.get());
-    const QSignalSpy activated(&own, &QShortcut::activated);
+    Pointer dialog = ProgressDialog::createNonModal(m_window.get(), withFlags(kAbort | kNoDialog));
+    ProgressDialog::setProgress(dialog, "a", 1, 2);
     QTest::keyClick(m_window->windowHandle(), Qt::Key_Escape);
-    QCOMPARE(activated.size(), 1);
-}
-
-void tst_status_bar::keyOnTheInvisibleDialogAborts()
-{
-    onceModal([](ProgressDialog& dialog) {
-        ProgressDialog::clearShortCut(dialog.findChild<QShortcut*>());
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    const auto result =
-        ProgressDialog::createModal(m_window.get(), withFlags(kAbort), {}, waitForAbort);
-    QVERIFY(!result.first);
+    StatusUpdate::showMessage("the window's own", -1);
+    dialog.clear();
+    settle();
+    QCOMPARE(m_window->label->text(), "the window's own");
 }
 
 QTEST_MAIN(tst_status_bar)

@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -21,6 +22,10 @@ using namespace mod_progress_qt;
 namespace {
 
 using Bar = CustomProgressBar;
+
+/// Pixels around the longest title.
+constexpr int buttonPadding = 16;
+constexpr int statusMargin = 6;
 
 QWidget* scrollable(QWidget* page)
 {
@@ -102,6 +107,7 @@ QWidget* GalleryWindow::makeRoutesBox()
     auto* layout = new QVBoxLayout(box);
     const auto add = [&](const QString& title, const std::function<void()>& action) {
         auto* button = new QPushButton(title);
+        button->setMinimumWidth(button->sizeHint().width() + buttonPadding);
         connect(button, &QPushButton::clicked, this, action);
         layout->addWidget(button);
     };
@@ -128,6 +134,7 @@ QWidget* GalleryWindow::makeRoutesBox()
 void GalleryWindow::useStatusBar()
 {
     m_statusLabel = new QLabel(tr("Bereit"));
+    m_statusLabel->setContentsMargins(statusMargin, 0, 0, 0);
     m_statusProgress = new QProgressBar;
     m_statusProgress->setFixedWidth(StatusUpdate::barWidth);
     m_statusProgress->hide();
@@ -157,7 +164,8 @@ void GalleryWindow::showSample()
 {
     delete m_sample;
     m_sample = makeSample(flags(), Bar::nDefaultButtons);
-    m_sampleLayout->addWidget(m_sample);
+    // As wide as in its dialog.
+    m_sampleLayout->addWidget(m_sample, 0, Qt::AlignHCenter);
 }
 
 void GalleryWindow::start(const Route& route)
@@ -167,8 +175,10 @@ void GalleryWindow::start(const Route& route)
         m_outcomes->appendPlainText(tr("%1: Es läuft schon etwas.").arg(route.title));
         return;
     }
+    const QPointer<GalleryWindow> guard(this);
     const QString outcome = run(route, this, flags());
-    m_outcomes->appendPlainText(QStringLiteral("%1: %2").arg(route.title, outcome));
+    if (guard)
+        m_outcomes->appendPlainText(QStringLiteral("%1: %2").arg(route.title, outcome));
 }
 
 void GalleryWindow::showExample(bool statusBar)

@@ -6,6 +6,8 @@
 #include <QGridLayout>
 #include <QGroupBox>
 
+#include <utility>
+
 namespace progress_gallery {
 
 using namespace mod_progress_qt;
@@ -92,8 +94,12 @@ QWidget* makeSheet(const Sheet& sheet)
 {
     auto* page = new QWidget;
     auto* grid = new QGridLayout(page);
-    for (int index = 0; index < sheet.looks.size(); ++index) {
-        const Look& look = sheet.looks.at(index);
+    int place = 0;
+    bool wrapped = false;
+    for (const Look& look : sheet.looks) {
+        // Narrow samples among wide ones would leave gaps.
+        if (!std::exchange(wrapped, (look.flags & Bar::kWrapLabels) != 0) && wrapped)
+            place = (place + columns - 1) / columns * columns;
         auto* box = new QGroupBox(look.caption);
         auto* layout = new QVBoxLayout(box);
         QWidget* const sample = makeSample(look.flags, squaresOfASample);
@@ -102,7 +108,8 @@ QWidget* makeSheet(const Sheet& sheet)
         if (sample->layout()->hasHeightForWidth())
             sample->setFixedHeight(sample->layout()->totalHeightForWidth(width));
         layout->addWidget(sample);
-        grid->addWidget(box, index / columns, index % columns, Qt::AlignLeft | Qt::AlignTop);
+        grid->addWidget(box, place / columns, place % columns, Qt::AlignLeft | Qt::AlignTop);
+        ++place;
     }
     grid->setRowStretch(grid->rowCount(), 1);
     return page;

@@ -48,7 +48,10 @@ QString outcome(bool completed, int step)
 QString runModal(QWidget* parent, const CustomProgressBar::options& opts)
 {
     const auto result = ProgressDialog::createModal(parent, opts, {}, work);
-    return outcome(result.first, std::any_cast<int>(result.second->transferredData()));
+    const int* const step =
+        result.second ? std::any_cast<int>(&result.second->transferredData()) : nullptr;
+    // Nothing has come yet if the window was closed while the work was running.
+    return step ? outcome(result.first, *step) : tr("aufgegeben");
 }
 
 QString runLoop(QWidget* parent, const CustomProgressBar::options& opts)

@@ -24,6 +24,8 @@ constexpr int lookAgainMs = 10;
 
 QPixmap pictureOf(QWidget& widget)
 {
+    // Without an event loop a dialog that is over stays, and what it shows in the status bar.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     // A layout gets its final size in several steps.
     for (int pass = 0; pass < 3; ++pass)
         QCoreApplication::processEvents();
@@ -60,8 +62,9 @@ QPixmap pictureOfRun(GalleryWindow& window, ProgressDialog& dialog)
     if (!isOnScreen(dialog))
         return picture;
     const QPixmap front = dialog.grab();
+    // Lower than on a desktop, where it would hide what became of the runs before.
     const QPoint corner((window.width() - dialog.width()) / 2,
-                        (window.height() - dialog.height()) / 2);
+                        (window.height() - dialog.height()) * 3 / 4);
     QPainter painter(&picture);
     painter.drawPixmap(corner, front);
     painter.drawRect(QRect(corner, dialog.size()).adjusted(-1, -1, 0, 0));
