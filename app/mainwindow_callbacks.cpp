@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 
 #include "app/globals.h"
+#include "app/opendialog.h"
 #include "app/optionstring.h"
 
 #include <QComboBox>
@@ -105,25 +106,25 @@ void MainWindow::runCancelAction(CallbackType type)
 
 void MainWindow::runDeleteIdCache(CallbackType type)
 {
-    if (type != kAfterAction)
+    const QString title = tr("ID-Cache löschen");
+    if (type != kAfterAction || isDialogOpen(this, title))
         return;
-    const auto answer =
-        QMessageBox::question(this, tr("ID-Cache löschen"),
-                              tr("Sollten die %1 Einträge gelöscht werden?").arg(importHash.size()),
-                              QMessageBox::Yes | QMessageBox::No);
+    const auto answer = QMessageBox::question(
+        this, title, tr("Sollten die %1 Einträge gelöscht werden?").arg(importHash.size()),
+        QMessageBox::Yes | QMessageBox::No);
     if (answer == QMessageBox::Yes)
         importHash.clear();
 }
 
 void MainWindow::runEditPaymentMethods(CallbackType type)
 {
-    if (type != kAfterAction)
+    const QString title = tr("'Zahlmethode (kurz)' bearbeiten") + QLatin1Char(':');
+    if (type != kAfterAction || isDialogOpen(this, title))
         return;
     const QString key = QStringLiteral("def_payment_method_s");
     INFO dialog(E_DIALOG, A_NONE,
                 QVariantMap {
-                    {INFO::Option::titleKey,
-                     QString(tr("'Zahlmethode (kurz)' bearbeiten") + QLatin1Char(':'))},
+                    {INFO::Option::titleKey, title},
                     {INFO::Option::buildKey(INFO::Option::minWidthKey, E_DIALOG), 640},
                 });
     QMap<QString, QVariant> values;

@@ -38,7 +38,12 @@ void MainWindow::fetchInvoiceFile(const QString& href, const QString& path)
     if (bytes.isEmpty() || isKept())
         return;
     QFile file(path);
-    if (file.open(QIODevice::ReadWrite | QIODevice::Truncate))
-        file.write(bytes);
+    if (file.open(QIODevice::ReadWrite | QIODevice::Truncate)
+        && (file.write(bytes) != bytes.size() || !file.flush())) {
+        // A full disk. A part of the file would be taken for the invoice, by people and by the next
+        // run. The file's own remove() refuses while there is something that it can't write.
+        file.close();
+        QFile::remove(path);
+    }
     ++iPdfCount;
 }

@@ -3,6 +3,7 @@
 #include "accounting/konten_saved.h"
 #include "app/debuglog.h"
 #include "app/globals.h"
+#include "app/opendialog.h"
 #include "app/optionstring.h"
 #include "credentials/keychain_class.h"
 #include "credentials/keychain_key.h"
@@ -45,9 +46,10 @@ void MainWindow::SaveConfig(bool stop)
         if (url.isEmpty())
             continue;
         QString error;
-        if (!keyChain->writeKeySync(makeRestKeychainKey(url, keyName), text, error))
-            QMessageBox::information(this, tr("Fehler beim Verschlüsseln:"), error,
-                                     QMessageBox::Ok);
+        const QString title = tr("Fehler beim Verschlüsseln:");
+        if (!keyChain->writeKeySync(makeRestKeychainKey(url, keyName), text, error)
+            && !isDialogOpen(this, title))
+            QMessageBox::information(this, title, error, QMessageBox::Ok);
     }
 
     optionsMap.insert(QStringLiteral("buchungs_konten"),
