@@ -3,8 +3,10 @@
 add_library(ledora_flags INTERFACE)
 
 target_compile_options(ledora_flags INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
+    -Wall -Wextra -Wpedantic -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
     -Wconversion -Wno-sign-conversion
+    # Clang also objects to a parameter of a nested class that is named like a field of the outer one.
+    $<$<CXX_COMPILER_ID:GNU>:-Wshadow>
     $<$<BOOL:${LEDORA_WERROR}>:-Werror>)
 
 target_compile_definitions(ledora_flags INTERFACE
@@ -13,6 +15,12 @@ target_compile_definitions(ledora_flags INTERFACE
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
     QT_STRICT_ITERATORS
     $<$<NOT:$<CONFIG:Debug>>:QT_MESSAGELOGCONTEXT>)
+
+# Hundreds of programs are linked, and the usual linker takes longer for each than to compile it.
+option(LEDORA_LLD "Link with lld" OFF)
+if(LEDORA_LLD)
+    add_link_options(-fuse-ld=lld)
+endif()
 
 if(LEDORA_SANITIZE)
     # Global, not on a target: instrumented and plain code must not meet in one program.

@@ -1,24 +1,49 @@
 include_guard()
 
+# Where a test looks for its data differs by folder; with it no two folders could share their precompiled
+# headers, and no test here looks that way.
+get_target_property(definitions Qt6::Test INTERFACE_COMPILE_DEFINITIONS)
+list(FILTER definitions EXCLUDE REGEX QT_TESTCASE_)
+set_target_properties(Qt6::Test PROPERTIES INTERFACE_COMPILE_DEFINITIONS "${definitions}")
+
 option(LEDORA_DETECT_LEAKS "Let the address sanitizer look for leaks" ON)
 
+# ledora_reuse_headers(<target> <headers>): compiles a target of tests with the headers of another.
+function(ledora_reuse_headers target headers)
+    # What the headers are of, whatever the target itself needs.
+    get_target_property(libraries ${headers} INTERFACE_LINK_LIBRARIES)
+    list(FILTER libraries INCLUDE REGEX ^Qt6::)
+    target_link_libraries(${target} PRIVATE ${libraries})
+    target_precompile_headers(${target} REUSE_FROM ${headers})
+    # A test includes its own moc file, so this one is mostly empty; with the headers it would take as
+    # long to compile as the test.
+    set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp
+                                PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
+
 # ledora_add_test(<name> SOURCES <file>... [LIBS <target>...] [TIMEOUT <seconds>] [ENV <NAME=value>...]
-#                 [DISPLAY] [KEYRING])
+#                 [HEADERS <target>] [DISPLAY] [KEYRING])
 #
 # One Qt Test program, registered with CTest under its name. It runs offscreen, in a folder of its
 # own that is also its home, in a time zone other than Berlin's, and without the user's session bus,
 # so that tests neither see each other nor anything of the user's.
 #
+# HEADERS  whose precompiled headers it takes; test_headers if not given
 # KEYRING  runs it inside a private D-Bus session with a secret service of its own
 # DISPLAY  runs it on a virtual X server of its own
 function(ledora_add_test name)
-    cmake_parse_arguments(arg "DISPLAY;KEYRING" "TIMEOUT" "SOURCES;LIBS;ENV" ${ARGN})
+    cmake_parse_arguments(arg "DISPLAY;KEYRING" "HEADERS;TIMEOUT" "SOURCES;LIBS;ENV" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LIBS} Qt6::Test ledora_flags)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_compile_definitions(${name} PRIVATE
         LEDORA_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data"
         LEDORA_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+
+    if(NOT arg_HEADERS)
+        set(arg_HEADERS test_headers)
+    endif()
+    ledora_reuse_headers(${name} ${arg_HEADERS})
 
     set(home ${CMAKE_CURRENT_BINARY_DIR}/${name}.home)
     file(MAKE_DIRECTORY ${home})

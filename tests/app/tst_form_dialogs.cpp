@@ -21,8 +21,7 @@ class tst_form_dialogs : public QObject
 
 public:
     explicit tst_form_dialogs(const StartFolder& folder)
-        : m_folder(folder)
-        , m_fixture(folder)
+        : m_fixture(folder)
     {
     }
 
@@ -47,7 +46,6 @@ private:
     void editReplacements(const std::function<void(QDialog&, QTextEdit&)>& use);
     static void press(QDialog& dialog, const QStringList& texts);
 
-    const StartFolder& m_folder;
     RunFixture m_fixture;
 };
 

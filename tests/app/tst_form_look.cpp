@@ -19,8 +19,7 @@ class tst_form_look : public QObject
 
 public:
     explicit tst_form_look(const StartFolder& folder)
-        : m_folder(folder)
-        , m_fixture(folder)
+        : m_fixture(folder)
     {
     }
 
@@ -50,7 +49,6 @@ private:
 
     QScrollArea* area() const { return m_fixture.window->findChild<QScrollArea*>(); }
 
-    const StartFolder& m_folder;
     RunFixture m_fixture;
 };
 

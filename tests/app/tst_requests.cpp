@@ -158,16 +158,16 @@ void tst_requests::withoutADocumentTheBodyIsNotLookedAt()
 void tst_requests::withoutADocumentAnHttpErrorIsStillAFailure()
 {
     fixture->serve(QStringLiteral("/x"), "{}", 404);
-    QVERIFY_EXCEPTION_THROWN(window().executeRequest(url(QStringLiteral("/x")), nullptr, 1),
-                             std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error,
+                             window().executeRequest(url(QStringLiteral("/x")), nullptr, 1));
 }
 
 void tst_requests::oneAttemptFailsAtOnceWithoutALabelChange()
 {
     fixture->serve(QStringLiteral("/x"), "{}", 500);
     QJsonDocument doc;
-    QVERIFY_EXCEPTION_THROWN(window().executeRequest(url(QStringLiteral("/x")), &doc, 1),
-                             std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error,
+                             window().executeRequest(url(QStringLiteral("/x")), &doc, 1));
     QCOMPARE(fixture->shop.requests().size(), 1);
     QCOMPARE(window().statusLabel->text(), QStringLiteral("untouched"));
 }

@@ -23,8 +23,7 @@ class tst_restore_keyring : public QObject
 
 public:
     explicit tst_restore_keyring(const StartFolder& folder)
-        : m_folder(folder)
-        , m_fixture(folder)
+        : m_fixture(folder)
     {
     }
 
@@ -45,7 +44,6 @@ private:
     void store(const QString& keyName, const QString& value);
     MainWindow& startWith(const Options& options);
 
-    const StartFolder& m_folder;
     RunFixture m_fixture;
     KeyChainClass m_store {QStringLiteral("halverin_software.ledora.RestApi"), nullptr};
 };

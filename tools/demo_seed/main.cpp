@@ -34,7 +34,7 @@ QMap<QString, QVariant> savedOptions(const QString& shopUrl, const QString& pdfF
         {QStringLiteral("date_filter_after"), QDate(1970, 1, 1)},
         {QStringLiteral("date_filter_before"), QDate(2037, 1, 1)},
         {QStringLiteral("id_cache_use"), true},
-        {QStringLiteral("germanized_use"), true},
+        {QStringLiteral("germanized_use"), !pdfFolder.isEmpty()},
         {QStringLiteral("germanized_pdf_folder"), pdfFolder},
         {QStringLiteral("germanized_overwrite_pdf"), false},
         {QStringLiteral("paypal_use"), true},
@@ -74,7 +74,8 @@ int main(int argc, char** argv)
     const QString secret = qEnvironmentVariable("LEDORA_DEMO_SECRET");
     if (arguments.size() != 4 || key.isEmpty() || secret.isEmpty()) {
         QTextStream(stderr) << "usage: LEDORA_DEMO_KEY=... LEDORA_DEMO_SECRET=... "
-                               "demo_seed INI_FILE SHOP_URL PDF_FOLDER\n";
+                               "demo_seed INI_FILE SHOP_URL PDF_FOLDER\n"
+                               "An empty folder leaves the invoices out.\n";
         return 2;
     }
     const QString& iniPath = arguments.at(1);
