@@ -10,9 +10,10 @@
 
 #include <QDir>
 
+#include <algorithm>
 #include <array>
 #include <memory>
-#include <optional>
+#include <vector>
 
 using proof::Hunter;
 using proof::KillMoment;

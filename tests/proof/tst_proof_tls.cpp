@@ -11,6 +11,7 @@
 
 #include <QUrl>
 
+#include <algorithm>
 #include <memory>
 #include <unistd.h>
 
@@ -224,6 +225,13 @@ void tst_proof_tls::leave(TlsTrial& trial)
 {
     if (trial.stand().state() != RunStand::Refused)
         return;
+    // While the box goes, it still keeps the window behind it from being closed.
+    const auto isBoxGone = [&] {
+        return std::ranges::none_of(proof::screenWindows(), [&](const auto& window) {
+            return window.pid == trial.stand().pid() && window.title == QLatin1String("Fehler:");
+        });
+    };
+    QVERIFY(QTest::qWaitFor(isBoxGone, 30000));
     trial.stand().closeWindow();
     QVERIFY(QTest::qWaitFor([&] { return trial.stand().state() == RunStand::Ended; }, 30000));
     QVERIFY(trial.stand().hasEndedWell());
