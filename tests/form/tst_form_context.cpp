@@ -103,8 +103,7 @@ void tst_form_context::aDialogKeepsItsForm()
     QMap<QString, QVariant> map;
     QWidget parent;
     const auto flags = INFO::MainFlags(MF_EXEC).setFlag(MF_MODAL);
-    helper::Dialog dialog(flags, someRow(), &map, &parent,
-                          F_DIALOG_TITLE_MINMAX_CLOSE);
+    helper::Dialog dialog(flags, someRow(), &map, &parent, F_DIALOG_TITLE_MINMAX_CLOSE);
     QCOMPARE(WIDGET_INFO::type(&dialog), E_DIALOG);
     QCOMPARE(dialog.mainFlags(), flags);
     QCOMPARE(dialog.mainRow().key, "fenster");
@@ -118,7 +117,8 @@ void tst_form_context::aDialogKeepsItsForm()
 void tst_form_context::aMainWindowKeepsItsForm()
 {
     QMap<QString, QVariant> map;
-    helper::MainWnd window(INFO::MainFlags(MF_SHOW), someRow(), &map, nullptr, F_DIALOG_TITLE_MINMAX);
+    helper::MainWnd window(INFO::MainFlags(MF_SHOW), someRow(), &map, nullptr,
+                           F_DIALOG_TITLE_MINMAX);
     QCOMPARE(WIDGET_INFO::type(&window), E_MAINWINDOW);
     QCOMPARE(window.mainFlags(), INFO::MainFlags(MF_SHOW));
     QCOMPARE(window.mainRow().param, QVariant("Titel"));

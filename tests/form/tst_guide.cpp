@@ -311,7 +311,8 @@ QString fileText(const QString& path)
 QMap<QString, QString> compiledExamples()
 {
     QMap<QString, QString> examples;
-    const QStringList parts = fileText(QStringLiteral(LEDORA_TEST_DATA "/../form/tst_guide.cpp")).split("//! [");
+    const QStringList parts =
+        fileText(QStringLiteral(LEDORA_TEST_DATA "/../form/tst_guide.cpp")).split("//! [");
     for (qsizetype i = 1; i + 1 < parts.size(); i += 2) {
         const qsizetype end = parts.at(i).indexOf("]\n");
         examples.insert(parts.at(i).left(end), parts.at(i).mid(end + 2).trimmed());

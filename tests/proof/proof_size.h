@@ -8,7 +8,8 @@
 
 namespace proof {
 
-/// Whether the whole table, every moment, all steps are wanted; else a sample that suits every build.
+/// Whether the whole table, every moment, all steps are wanted; else a sample that suits every
+/// build.
 [[nodiscard]] inline bool isFull()
 {
     return qEnvironmentVariable("LEDORA_PROOF") == QLatin1String("full");
