@@ -86,8 +86,7 @@ public:
 
     /// Shows what is due.
     /// \return  true if a label or a square was changed, or if a time has run out: that of the
-    /// labels
-    ///          with a label position valid, or that of the squares
+    ///          labels with a label position valid, or that of the squares
     bool setValue(const ProgressValues& values);
 
     /// A share of a positive total in per cent, rounded towards 0; above 100 if current is above
