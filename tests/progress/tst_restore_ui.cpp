@@ -1,20 +1,10 @@
-#include "tests/progress/progress_fixture.h"
+#include "tests/progress/status_bar_fixture.h"
 
 using namespace mod_progress_qt;
 
 namespace {
 
 using Pointer = ProgressDialog::Pointer;
-
-CustomProgressBar::options withFlags(int flags)
-{
-    auto opts = ProgressDialog::GetStdProgressInfo(false, "Working");
-    opts.flags = flags;
-    opts.text = "at first";
-    return opts;
-}
-
-constexpr int kAbort = 16;
 
 } // namespace
 
@@ -37,19 +27,12 @@ private:
 
 void tst_restore_ui::init()
 {
-    m_window = std::make_unique<StatusWindow>();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    openWindow(m_window);
 }
 
 void tst_restore_ui::cleanup()
 {
-    settle();
-    m_window.reset();
-    settle();
-    ProgressDialog::showDebug = false;
-    ProgressDialog::hardInterruptTimeMs = -1;
-    QVERIFY(ProgressDialog::instances.isEmpty());
-    QVERIFY(QApplication::topLevelWidgets().isEmpty());
+    closeWindow(m_window);
 }
 
 void tst_restore_ui::restoringTakesAnyNumber_data()

@@ -1,4 +1,4 @@
-#include "tests/progress/progress_fixture.h"
+#include "tests/progress/status_bar_fixture.h"
 
 #include <thread>
 
@@ -8,17 +8,7 @@ namespace {
 
 using Pointer = ProgressDialog::Pointer;
 
-CustomProgressBar::options withFlags(int flags)
-{
-    auto opts = ProgressDialog::GetStdProgressInfo(false, "Working");
-    opts.flags = flags;
-    opts.text = "at first";
-    return opts;
-}
-
-constexpr int kAbort = 16;
 constexpr int kNoStatusBar = 256;
-constexpr int kNoDialog = 512;
 
 } // namespace
 
@@ -60,19 +50,12 @@ private:
 
 void tst_status_bar::init()
 {
-    m_window = std::make_unique<StatusWindow>();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    openWindow(m_window);
 }
 
 void tst_status_bar::cleanup()
 {
-    settle();
-    m_window.reset();
-    settle();
-    ProgressDialog::showDebug = false;
-    ProgressDialog::hardInterruptTimeMs = -1;
-    QVERIFY(ProgressDialog::instances.isEmpty());
-    QVERIFY(QApplication::topLevelWidgets().isEmpty());
+    closeWindow(m_window);
 }
 
 void tst_status_bar::isInForceIf_data()

@@ -1,36 +1,6 @@
-#include "tests/progress/progress_fixture.h"
+#include "tests/progress/status_bar_fixture.h"
 
 using namespace mod_progress_qt;
-
-namespace {
-
-CustomProgressBar::options withFlags(int flags)
-{
-    auto opts = ProgressDialog::GetStdProgressInfo(false, "Working");
-    opts.flags = flags;
-    opts.text = "at first";
-    return opts;
-}
-
-constexpr int kAbort = 16;
-constexpr int kNoDialog = 512;
-
-/// Rows for the invisible dialog and for none.
-void bothWays()
-{
-    QTest::addColumn<int>("flags");
-    QTest::newRow("invisible dialog") << kAbort;
-    QTest::newRow("no dialog") << (kAbort | kNoDialog);
-}
-
-int waitForAbort(WorkerBase* worker)
-{
-    while (!ProgressDialog::isStopped(worker))
-        QThread::yieldCurrentThread();
-    return ProgressDialog::finalizeWorker(worker, QString("aborted"), true);
-}
-
-} // namespace
 
 class tst_status_bar_end : public QObject
 {
@@ -56,19 +26,12 @@ private:
 
 void tst_status_bar_end::init()
 {
-    m_window = std::make_unique<StatusWindow>();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    openWindow(m_window);
 }
 
 void tst_status_bar_end::cleanup()
 {
-    settle();
-    m_window.reset();
-    settle();
-    ProgressDialog::showDebug = false;
-    ProgressDialog::hardInterruptTimeMs = -1;
-    QVERIFY(ProgressDialog::instances.isEmpty());
-    QVERIFY(QApplication::topLevelWidgets().isEmpty());
+    closeWindow(m_window);
 }
 
 void tst_status_bar_end::modalClearsTheStatusBarAtItsEnd()
