@@ -36,13 +36,15 @@ class tst_modal_end : public QObject
     Q_OBJECT
 
 private slots:
+    // First, since it counts: the workers of earlier tests would go at their own time.
+    void whoeverHeldItWasDestroyedWithoutATrace();
+
     void cleanup();
 
     void emptyFunctionWaitsUntilTheDialogEnds();
     void closeButtonDoesNotEndIt();
     void mainWindowMayGoMeanwhile();
     void quittingEndsTheWaitAndTheWork();
-    void whoeverHeldItWasDestroyedWithoutATrace();
     void somebodyElseMayDeleteTheDialog_data();
     void somebodyElseMayDeleteTheDialog();
     void quitIsRefusedWhileADialogIsShown();

@@ -221,6 +221,8 @@ void tst_progress_values::slotShowsWithoutProcessingEvents()
     QVERIFY(!handled);
     QCOMPARE(labelsOf(*dialog), QStringList("a"));
     QCOMPARE(filledSquares(*dialog), 10);
+    settle();
+    QVERIFY(handled);
 }
 
 void tst_progress_values::slotStepsIfNothingIsValid()
