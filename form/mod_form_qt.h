@@ -1,6 +1,13 @@
 #pragma once
 
+/// \file
 /// Everything a user of the form engine needs.
+
+/// \namespace mod_form_qt
+/// The form engine: rows, which describe a form, and what builds and runs it.
+
+/// \namespace mod_form_qt::helper
+/// The widgets and windows of the engine's own that forms are made of.
 
 #include "form/dialog/dialog_base.h"
 #include "form/dialog/password_dialogs.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "progress/export.h"
 #include "progress/worker.h"
 
 #include <QObject>
@@ -12,12 +13,14 @@
 namespace mod_progress_qt {
 
 /// The GUI thread's end of a running work: it alone can ask for the end. Lives on the GUI thread.
-class Controller : public QObject
+class MOD_PROGRESS_QT_EXPORT Controller : public QObject
 {
     Q_OBJECT
 
 public:
+    /// A controller without a work; `Create` makes one with it.
     Controller();
+    /// The work runs on, and nobody can abort it any more.
     ~Controller() override;
     Q_DISABLE_COPY_MOVE(Controller)
 
@@ -40,6 +43,7 @@ public:
     Q_SLOT void abort();
 
 signals:
+    /// The end has been asked for. Emitted once, by the thread that asks.
     void abortInitiated();
 
 private:

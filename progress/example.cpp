@@ -34,7 +34,7 @@ public:
         for (int number = 1; number <= last && !ProgressDialog::isStopped(this); ++number) {
             QThread::msleep(stepMs);
             sum += number;
-            setProgress(tr("Adding %1").arg(number), number, last);
+            setProgress(ProgressDialog::tr("Adding %1").arg(number), number, last);
         }
         ProgressDialog::finalizeWorker(this, sum, true);
     }

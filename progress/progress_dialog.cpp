@@ -89,7 +89,9 @@ ProgressDialog::options ProgressDialog::GetStdProgressInfo(bool canAbort, const 
 {
     options opts;
     opts.title = title.isEmpty() ? tr("Processing data...") : title;
-    opts.abortText = CustomProgressBar::defaultAbortText;
+    // `CustomProgressBar::defaultAbortText` once more, as that was made before any program can have
+    // asked for a translation.
+    opts.abortText = CustomProgressBar::tr("Cancel");
     opts.flags =
         flags | CustomProgressBar::kThirdLabel | (canAbort ? int(CustomProgressBar::kCanAbort) : 0);
     return opts;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "progress/custom_progress_bar.h"
+#include "progress/export.h"
 #include "progress/worker.h"
 
 #include <QDialog>
@@ -30,17 +31,21 @@ struct Mail;
 ///
 /// The functions that take a dialog tolerate a null pointer: they do nothing and return false,
 /// except for isStopped(). Unless said otherwise they belong to the GUI thread.
-class ProgressDialog : public QDialog
+class MOD_PROGRESS_QT_EXPORT ProgressDialog : public QDialog
 {
     Q_OBJECT
 
 public:
+    /// Description of a progress display.
     using options = CustomProgressBar::options;
     /// Something of the caller's above or below the display; either part may be null.
     using WidgetAndLayout = std::pair<QWidget*, QLayout*>;
+    /// How a dialog is held; the event loop deletes it once nobody holds it any more.
     using Pointer = QSharedPointer<ProgressDialog>;
 
+    /// A dialog without a display. createModal() and createNonModal() make a complete one.
     explicit ProgressDialog(QWidget* parent = nullptr);
+    /// Takes the dialog off the list, and restores what it has changed of the main window.
     ~ProgressDialog() override;
     Q_DISABLE_COPY_MOVE(ProgressDialog)
 
@@ -48,16 +53,18 @@ public:
 
     /// Open dialogs; guarded by `instancesMutex`, see all().
     static inline QList<QPointer<ProgressDialog>> instances;
+    /// Guards `instances`.
     static inline QMutex instancesMutex;
     /// Milliseconds after an abort until a modal dialog no longer waits for its work; 0 and below:
     /// it waits for ever.
     static inline int hardInterruptTimeMs = -1;
     /// Milliseconds that events are processed for, at most, after a repaint.
     static inline int eventWaitTimeMs = 50;
-    /// Which events are processed then, where the user cannot do anything ...
+    /// Which events are processed then, where the user cannot do anything.
     static inline QEventLoop::ProcessEventsFlags defaultEventsFlagsNoUserInteraction =
         QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents;
-    /// ... and where the work may be aborted or the main window is enabled.
+    /// Which events are processed then, where the work may be aborted or the main window is
+    /// enabled.
     static inline QEventLoop::ProcessEventsFlags defaultEventsFlagsUserInteraction =
         QEventLoop::WaitForMoreEvents;
     /// setStopped(dialog, false) does not show the dialog.
@@ -116,24 +123,31 @@ public:
     /// are processed, which keeps the dialog alive and the abort button working. \return  false if
     /// the dialog is stopped or nothing was due
     static bool setValue(const Pointer& dialog, const ProgressValues& values);
+    /// As setValue(), with the text of the first label and both numbers.
     static bool setProgress(const Pointer& dialog, const QVariant& text, qint64 current,
                             qint64 total);
     /// An automatic step: from 1 to 100, and from there to 1 again.
     static bool setProgress(const Pointer& dialog);
+    /// As setValue(), with both numbers only.
     static bool setPercent(const Pointer& dialog, qint64 current, qint64 total);
     /// Texts of the labels; an invalid one leaves its label as it is.
     static bool setText(const Pointer& dialog, const QVariant& a, const QVariant& b = {},
                         const QVariant& c = {});
+    /// Title of the window.
+    /// \return  false for null
     static bool setTitle(const Pointer& dialog, const QString& title);
     /// Starts or ends automatic steps, from 0 on.
     /// \return  false if the dialog is stopped
     static bool setAutoValue(const Pointer& dialog, bool autoValue);
+    /// Whether each update counts one step.
     static bool hasAutoValue(const Pointer& dialog);
     /// Hides a stopped dialog, and shows it again unless `globalHide` is set.
     static bool setStopped(const Pointer& dialog, bool stopped);
     /// Whether the caller's loop shall end; also true for null.
     static bool isStopped(const Pointer& dialog);
+    /// Whether the user may abort the work.
     static bool canAbort(const Pointer& dialog);
+    /// Whether the user may abort the work.
     static bool canAbort(const QPointer<ProgressDialog>& dialog);
 
     /// The data that the work transferred; empty before.
@@ -153,8 +167,9 @@ public:
     /// \param abortAll  first aborts all that may be aborted; they do not end at once
     /// \return          whether there are any
     static bool hasOpenDialogs(QWidget* parent, bool warn, bool abortAll);
+    /// Lists a dialog in `instances`, as the constructor does.
     static void registerInstance(ProgressDialog* dialog);
-    /// Does nothing for one that is not listed.
+    /// Takes a dialog off the list; does nothing for one that is not listed.
     static void unregisterInstance(ProgressDialog* dialog);
 
     // ---------------------------------------------------------------- parts
@@ -181,6 +196,7 @@ public:
     /// \param useStatusBar  shows them in the status bar, where that is set up
     static void Example(QWidget* parent, bool useStatusBar, bool, long long);
 
+    /// Closes the dialog, once it has taken all that the work has sent.
     void done(int result) override;
 
     /// As setValue(), but processes no events.
@@ -189,12 +205,17 @@ public:
     Q_SLOT void transferDataSlot(const std::any& result);
 
 signals:
+    /// The user wants the work of createModal() to end.
     void abortRequested();
 
 protected:
+    /// Lets the window grow with text that wraps.
     bool event(QEvent* event) override;
+    /// Escape aborts the work if it may be aborted, and never closes the dialog otherwise.
     bool eventFilter(QObject* object, QEvent* event) override;
+    /// Ignored: the frame of the window does not close it.
     void closeEvent(QCloseEvent* event) override;
+    /// Looks for what the work has sent.
     void timerEvent(QTimerEvent* event) override;
 
 private:

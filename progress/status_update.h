@@ -1,5 +1,7 @@
 #pragma once
 
+#include "progress/export.h"
+
 #include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
@@ -8,11 +10,14 @@ namespace mod_progress_qt {
 
 /// Progress in the main window's status bar. An application that wants it gives a label, a progress
 /// bar, or both, and sets `active`; on the GUI thread, before any work starts.
-class StatusUpdate
+class MOD_PROGRESS_QT_EXPORT StatusUpdate
 {
 public:
+    /// Whether the status bar is to be used.
     static inline bool active = false;
+    /// Shows the text; may be null.
     static inline QPointer<QLabel> label;
+    /// Shows the percentage, from 0 to 100; may be null.
     static inline QPointer<QProgressBar> progress;
     /// Width, in pixels, for whoever makes the progress bar.
     static inline int barWidth = 120;

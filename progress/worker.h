@@ -1,6 +1,7 @@
 #pragma once
 
 #include "progress/custom_progress_bar.h"
+#include "progress/export.h"
 
 #include <QObject>
 
@@ -13,17 +14,23 @@ namespace mod_progress_qt {
 
 /// Work on a thread of its own. Made by `Controller::Create`; it and its thread delete themselves
 /// once the thread has ended.
-class WorkerBase : public QObject
+class MOD_PROGRESS_QT_EXPORT WorkerBase : public QObject
 {
     Q_OBJECT
 
 public:
+    /// What the thread runs; its result has no effect.
     using Work = std::function<int(WorkerBase*)>;
     /// True once the work shall end. Owned by whoever may still ask: after a hard abort the work
     /// outlives the controller.
     using AbortFlag = std::shared_ptr<std::atomic<bool>>;
 
+    /// To be called by `Controller::Create`.
+    /// \param work       may be empty if doWork() is overridden
+    /// \param abortFlag  shared with the controller; null means that nobody aborts
+    /// \param data       for the work to read
     WorkerBase(Work work, AbortFlag abortFlag, std::any data);
+    /// Lets go of what the work function has captured.
     ~WorkerBase() override;
     Q_DISABLE_COPY_MOVE(WorkerBase)
 
@@ -43,8 +50,11 @@ public:
     Q_SLOT virtual void doWork();
 
 signals:
+    /// The work has ended; its thread then ends as well.
     void finished();
+    /// Data for `ProgressDialog::transferredData`.
     void transferData(const std::any& data);
+    /// Progress to be shown; all positions invalid ask for an automatic step.
     void updateProgress(const mod_progress_qt::ProgressValues& values);
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "form/export.h"
 #include "form/model/info.h"
 
 #include <QDialog>
@@ -9,13 +10,14 @@ namespace mod_form_qt {
 
 /// A dialog of the application's that is built from rows. A subclass overrides what it needs and
 /// listens to the signals; whoever uses the dialog may listen to them too.
-class DialogBase : public QDialog
+class MOD_FORM_QT_EXPORT DialogBase : public QDialog
 {
     Q_OBJECT
 
     using Other = QPointer<QWidget>*;
 
 public:
+    /// An empty dialog; `applyLayout` gives it its form.
     explicit DialogBase(QWidget* parent = nullptr, Qt::WindowFlags windowFlags = {});
     /// From here on nothing of the form calls back any more.
     ~DialogBase() override;
@@ -43,18 +45,22 @@ public:
 
     // The standard buttons; null where the form has none and before it was built.
 
+    /// The form's `E_OK_BUTTON`.
     QPushButton* okButton() const { return m_okButton; }
 
+    /// The form's `E_CANCEL_BUTTON`.
     QPushButton* cancelButton() const { return m_cancelButton; }
 
+    /// The form's `E_CLOSE_BUTTON`.
     QPushButton* closeButton() const { return m_closeButton; }
 
+    /// The form's `E_HELP_BUTTON`.
     QPushButton* helpButton() const { return m_helpButton; }
 
     // ---------------------------------------------------------------- looking widgets up
 
-    // As the functions of the same names of INFO, in the map of this form.
-
+    /// \{
+    /// As the function of the same name of INFO, in the map of this form.
     QWidget* widgetByKey(const MAP_KEY_TYPE& key, int index = 0, FindPos pos = FIND_POS_ANY,
                          Other other = nullptr, bool flag = false) const;
     QLabel* labelByKey(const MAP_KEY_TYPE& key, int index = E_LABEL, FindPos pos = FIND_POS_ANY,
@@ -112,6 +118,8 @@ public:
     QPushButton* pushButtonByVar(const QVariant& variable) const;
     QPushButton* pushButtonByVar(const T_LISTDATA& variable) const;
 
+    /// \}
+
     /// Finds the widget of class T of the row that is bound to a variable.
     template <typename T>
     T* widgetFromVariantPtr(const QVariant& variable) const
@@ -119,6 +127,7 @@ public:
         return INFO::widgetFromVariantPtr<T>(m_map, variable);
     }
 
+    /// Finds the widget of class T of the row that is bound to list data.
     template <typename T>
     T* widgetFromListDataPtr(const T_LISTDATA& variable) const
     {
@@ -128,9 +137,11 @@ public:
 signals:
     /// Everything that is none of the other signals.
     void signalCallback(const mod_form_qt::CallbackContext& ctx);
-    /// The dialog is about to close, and how.
+    /// The dialog has been accepted and is about to close.
     void signalAccepted(const mod_form_qt::CallbackContext& ctx);
+    /// The dialog has been cancelled and is about to close.
     void signalRejected(const mod_form_qt::CallbackContext& ctx);
+    /// The dialog is about to close without an answer.
     void signalClosed(const mod_form_qt::CallbackContext& ctx);
     /// The help button was clicked; `signalCallback` comes before.
     void signalHelp(const mod_form_qt::CallbackContext& ctx);

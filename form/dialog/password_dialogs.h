@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 #include <QLineEdit>
 #include <QString>
 
@@ -21,21 +23,22 @@ namespace mod_form_qt {
 
 /// Asks for a known password.
 /// \param expected  what is accepted; empty accepts anything
-int checkPWD(QWidget* parent, QString title, QString text, QString& pwd, bool showOptions = false,
-             const QString& expected = QString(), QLineEdit::EchoMode echo = QLineEdit::Password);
+MOD_FORM_QT_EXPORT int checkPWD(QWidget* parent, QString title, QString text, QString& pwd,
+                                bool showOptions = false, const QString& expected = QString(),
+                                QLineEdit::EchoMode echo = QLineEdit::Password);
 
 /// Lets the user set a password, which is typed twice.
 /// \param minChars    length that it has at least
 /// \param allowEmpty  an empty one is accepted as well; it is to delete the password
-int createPWD(QWidget* parent, QString title, QString text, QString& pwd, bool showOptions = true,
-              int minChars = 6, bool allowEmpty = false,
-              QLineEdit::EchoMode echo = QLineEdit::Password);
+MOD_FORM_QT_EXPORT int createPWD(QWidget* parent, QString title, QString text, QString& pwd,
+                                 bool showOptions = true, int minChars = 6, bool allowEmpty = false,
+                                 QLineEdit::EchoMode echo = QLineEdit::Password);
 
 /// Both of the above in one.
 /// \param create  true: sets a password, to which `minChars` and `allowEmpty` apply. false: asks
 ///                for `expected`
-int checkCreatePWD(QWidget* parent, QString title, QString text, QString& pwd, bool create,
-                   bool showOptions, int minChars, bool allowEmpty, const QString& expected,
-                   QLineEdit::EchoMode echo);
+MOD_FORM_QT_EXPORT int checkCreatePWD(QWidget* parent, QString title, QString text, QString& pwd,
+                                      bool create, bool showOptions, int minChars, bool allowEmpty,
+                                      const QString& expected, QLineEdit::EchoMode echo);
 
 } // namespace mod_form_qt

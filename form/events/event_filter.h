@@ -1,5 +1,6 @@
 #pragma once
 
+#include "form/export.h"
 #include "form/model/info.h"
 
 #include <memory>
@@ -13,9 +14,11 @@ struct FormContext;
 
 /// Installed on the main widget of a form: passes status tips to the form's status bars, lets
 /// Escape and the closing of the window ask the form first, and reports activation and the end.
-class INFO::UserEventFilter : public QObject
+class MOD_FORM_QT_EXPORT INFO::UserEventFilter : public QObject
 {
 public:
+    /// Lets everything pass until a form is set.
+    /// \param parent  owner, usually the main widget
     explicit UserEventFilter(QObject* parent);
 
     /// \param saveKeys  whether only certain keys are saved, and which
@@ -25,6 +28,7 @@ public:
     /// As above, for a form whose handlers share a context.
     void setForm(const std::shared_ptr<FormContext>& form);
 
+    /// \return  true for what the form has taken: status tips, Escape, a closing that it refuses
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:

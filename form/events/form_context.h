@@ -1,5 +1,6 @@
 #pragma once
 
+#include "form/export.h"
 #include "form/model/info.h"
 
 #include <memory>
@@ -7,14 +8,14 @@
 namespace mod_form_qt {
 
 /// What all handlers of one form share.
-struct FormContext
+struct MOD_FORM_QT_EXPORT FormContext
 {
-    INFO mainRow;
+    INFO mainRow; ///< title, options and callback of the form
     QPointer<QWidget> mainWidget; ///< null for a form that is laid out into nothing
-    QMap<QString, QVariant>* map = nullptr;
+    QMap<QString, QVariant>* map = nullptr; ///< the form data map
     QSharedPointer<QMap<QString, QVariant>> owner; ///< keeps a map alive that the engine made
-    INFO::MainFlags flags;
-    std::pair<bool, QSet<QString>> saveKeys;
+    INFO::MainFlags flags; ///< how the form is built and run
+    std::pair<bool, QSet<QString>> saveKeys; ///< whether only certain keys are saved, and which
     std::shared_ptr<bool> armed; ///< see `formArmed`
     bool closing = false; ///< a closing question or callback is running
     bool stands = true; ///< false while the form is being built: changes are stored, nobody is told
@@ -26,28 +27,33 @@ struct FormContext
 };
 
 /// A row and the form it is in, shared by the handlers of the row's widgets.
-struct RowContext
+struct MOD_FORM_QT_EXPORT RowContext
 {
-    std::shared_ptr<FormContext> form;
-    INFO row;
+    std::shared_ptr<FormContext> form; ///< never null
+    INFO row; ///< the row, as it was built
 
+    /// `FormContext::mainRow` of the form.
     const INFO& mainRow() const { return form->mainRow; }
 
+    /// `FormContext::mainWidget` of the form.
     const QPointer<QWidget>& mainWidget() const { return form->mainWidget; }
 
+    /// `FormContext::map` of the form.
     QMap<QString, QVariant>* map() const { return form->map; }
 
+    /// `FormContext::live` of the form.
     bool live() const { return form->live(); }
 };
 
+/// How the handlers of one row hold its context.
 using RowHandle = std::shared_ptr<const RowContext>;
 
 /// \return  the flag that all handlers of the forms on a main widget test; it is true until
 ///          `disarmForm`. Null for a null widget
-std::shared_ptr<bool> formArmed(QWidget* mainWidget);
+MOD_FORM_QT_EXPORT std::shared_ptr<bool> formArmed(QWidget* mainWidget);
 
 /// Ends the handlers of the forms on a main widget. To be called by the destructor of a window
 /// class: children that die after it may still send signals, when map and callbacks are gone.
-void disarmForm(QWidget* mainWidget);
+MOD_FORM_QT_EXPORT void disarmForm(QWidget* mainWidget);
 
 } // namespace mod_form_qt

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "form/events/form_context.h"
+#include "form/export.h"
 
 #include <QValidator>
 
 namespace mod_form_qt::helper {
 
 /// Puts what is typed into a line edit before the form's callbacks.
-class Validator : public QValidator
+class MOD_FORM_QT_EXPORT Validator : public QValidator
 {
 public:
     /// \param form  main widget of the form
@@ -19,6 +20,7 @@ public:
     /// \param input  in/out: a callback may rewrite what was typed
     /// \return       Acceptable, or Invalid if a callback refuses
     State validate(QString& input, int& pos) const override;
+    /// Leaves the text as it is: a callback corrects it, if anything does.
     void fixup(QString& input) const override;
 
 private:

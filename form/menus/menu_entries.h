@@ -1,5 +1,6 @@
 #pragma once
 
+#include "form/export.h"
 #include "form/model/info.h"
 
 #include <QIcon>
@@ -22,44 +23,54 @@ using Roles = std::vector<std::pair<Qt::ItemDataRole, QVariant>>;
 ///                         for none
 /// \param shortcut         empty for none
 /// \param shortcutContext  a Qt::ShortcutContext, anything else leaves it alone
-QAction* addAction(QMenu* menu, QAction* before, const QString& text, const MAP_KEY_TYPE& id = {},
-                   int checkState = -1, int groupNo = -1, const Roles& roles = {},
-                   bool visible = true, bool enabled = true, const QKeySequence& shortcut = {},
-                   int shortcutContext = -1);
-QAction* createAction(const QString& text, const MAP_KEY_TYPE& id = {}, int checkState = -1,
-                      int groupNo = -1, const Roles& roles = {}, bool visible = true,
-                      bool enabled = true, const QKeySequence& shortcut = {},
-                      int shortcutContext = -1);
+MOD_FORM_QT_EXPORT QAction* addAction(QMenu* menu, QAction* before, const QString& text,
+                                      const MAP_KEY_TYPE& id = {}, int checkState = -1,
+                                      int groupNo = -1, const Roles& roles = {},
+                                      bool visible = true, bool enabled = true,
+                                      const QKeySequence& shortcut = {}, int shortcutContext = -1);
+/// As `addAction`, for an action that stands in no menu.
+MOD_FORM_QT_EXPORT QAction* createAction(const QString& text, const MAP_KEY_TYPE& id = {},
+                                         int checkState = -1, int groupNo = -1,
+                                         const Roles& roles = {}, bool visible = true,
+                                         bool enabled = true, const QKeySequence& shortcut = {},
+                                         int shortcutContext = -1);
 
 /// Makes a separator and adds it to a menu.
 /// \param text  the title of the section, where the style shows such
-QAction* addSeparator(QMenu* menu, QAction* before, const QString& text = QString(),
-                      const MAP_KEY_TYPE& id = {}, const Roles& roles = {}, bool visible = true,
-                      bool enabled = true);
-QAction* createSeparator(const QString& text = QString(), const MAP_KEY_TYPE& id = {},
-                         const Roles& roles = {}, bool visible = true, bool enabled = true);
+MOD_FORM_QT_EXPORT QAction* addSeparator(QMenu* menu, QAction* before,
+                                         const QString& text = QString(),
+                                         const MAP_KEY_TYPE& id = {}, const Roles& roles = {},
+                                         bool visible = true, bool enabled = true);
+/// As `addSeparator`, for a separator that stands in no menu.
+MOD_FORM_QT_EXPORT QAction* createSeparator(const QString& text = QString(),
+                                            const MAP_KEY_TYPE& id = {}, const Roles& roles = {},
+                                            bool visible = true, bool enabled = true);
 
 /// Makes a menu and adds it to another one. It shows all its separators, also at its ends and next
 /// to each other.
 /// \param parent   null: the menu stands in no other
 /// \param before   the entry to stand before, null for the end
 /// \param visible  of the entry in the menu above, as is `enabled`
-QMenu* addMenu(QMenu* parent, QAction* before, const QString& text, const MAP_KEY_TYPE& id = {},
-               const Roles& roles = {}, bool visible = true, bool enabled = true);
-QMenu* createMenu(const QString& text, const MAP_KEY_TYPE& id = {}, const Roles& roles = {},
-                  bool visible = true, bool enabled = true);
+MOD_FORM_QT_EXPORT QMenu* addMenu(QMenu* parent, QAction* before, const QString& text,
+                                  const MAP_KEY_TYPE& id = {}, const Roles& roles = {},
+                                  bool visible = true, bool enabled = true);
+/// As `addMenu`, for a menu that stands in no other.
+MOD_FORM_QT_EXPORT QMenu* createMenu(const QString& text, const MAP_KEY_TYPE& id = {},
+                                     const Roles& roles = {}, bool visible = true,
+                                     bool enabled = true);
 
 /// Makes an entry of a widget, which then belongs to it, and adds it to a menu.
 /// \return  null for a null widget
-QWidgetAction* addMenuWidget(QMenu* menu, QAction* before, QWidget* widget,
-                             const MAP_KEY_TYPE& id = {});
-QWidgetAction* createMenuWidget(QWidget* widget, const MAP_KEY_TYPE& id = {});
+MOD_FORM_QT_EXPORT QWidgetAction* addMenuWidget(QMenu* menu, QAction* before, QWidget* widget,
+                                                const MAP_KEY_TYPE& id = {});
+/// As `addMenuWidget`, for an entry that stands in no menu.
+MOD_FORM_QT_EXPORT QWidgetAction* createMenuWidget(QWidget* widget, const MAP_KEY_TYPE& id = {});
 
 /// Applies what an entry shows: text, icon (a QIcon, QPixmap or QImage), tips and help, font, and
 /// what is read out. Other roles have no effect, nor has a null entry. An action, which has no
 /// texts to be read out, keeps them as the properties "accessibleName" and "accessibleDescription".
-void setRoles(QAction* action, const Roles& roles);
+MOD_FORM_QT_EXPORT void setRoles(QAction* action, const Roles& roles);
 /// As above. The tips and the font of a menu are those of its entry in the menu above as well.
-void setRoles(QMenu* menu, const Roles& roles);
+MOD_FORM_QT_EXPORT void setRoles(QMenu* menu, const Roles& roles);
 
 } // namespace mod_form_qt

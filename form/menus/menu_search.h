@@ -1,5 +1,6 @@
 #pragma once
 
+#include "form/export.h"
 #include "form/model/info.h"
 
 #include <QWidgetAction>
@@ -12,7 +13,7 @@ using PlacedMenuEntry = std::pair<MenuEntry, QPointer<QMenu>>;
 /// Lists a menu and, depth first, everything in it, and writes it to the debug log.
 /// \param level  depth of `menu`, 0 for a top-level one
 /// \param out    gets the entries appended; null lists to the log only
-void showTree(QMenu* menu, int level, std::vector<MenuEntry>* out);
+MOD_FORM_QT_EXPORT void showTree(QMenu* menu, int level, std::vector<MenuEntry>* out);
 
 /// The entry itself, for collections with and without the menus.
 inline const MenuEntry& menuEntry(const MenuEntry& entry)
@@ -20,6 +21,7 @@ inline const MenuEntry& menuEntry(const MenuEntry& entry)
     return entry;
 }
 
+/// The entry of a pair of entry and menu.
 inline const MenuEntry& menuEntry(const PlacedMenuEntry& placed)
 {
     return placed.first;

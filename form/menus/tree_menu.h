@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 #include <QMap>
 #include <QMenu>
 #include <QPointer>
@@ -15,7 +17,7 @@ namespace mod_form_qt {
 /// A text may say what its entry is like. `{{key}{value}}` is one of the attributes of `setAttr`,
 /// and codes in brackets are short for some of them: `[s]` a separator, `[w]` a widget, `[x;1;2]`
 /// a checkable entry, here a checked one of group 2.
-class TREE_MENU
+class MOD_FORM_QT_EXPORT TREE_MENU
 {
 public:
     /// The line that goes back to the root menu.
@@ -43,6 +45,7 @@ public:
     /// \return  the root menu, null once it has been deleted
     QMenu* menu() const { return m_root; }
 
+    /// As `menu`.
     operator QMenu*() const { return m_root; }
 
     /// Takes attributes out of a text.

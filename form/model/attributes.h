@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 #include <QBitArray>
 
 #include <array>
@@ -20,6 +22,7 @@ constexpr std::bitset<256> attributeBits(std::initializer_list<unsigned> bits)
     return std::bit_cast<std::bitset<256>>(words);
 }
 
+/// \return  true if that bit, 0 to 255, is in the set
 constexpr bool hasBit(const std::bitset<256>& bits, unsigned bit)
 {
     return bits[bit];
@@ -39,6 +42,7 @@ constexpr std::bitset<256> attributeBit(unsigned bit)
 // What a row may ask for beyond its type. The bit numbers are fixed: groups such as the grid
 // columns are read as ranges.
 
+/// No attribute at all.
 inline constexpr std::bitset<256> A_NONE {};
 /// Edits and spin boxes are read-only; combo boxes, lists, check and radio buttons disabled.
 inline constexpr std::bitset<256> A_READONLY = attributeBit(0);
@@ -72,6 +76,7 @@ inline constexpr std::bitset<256> A_FILE_MUST_EXIST = attributeBit(13);
 inline constexpr std::bitset<256> A_HIDE = attributeBit(14);
 /// The width follows the contents.
 inline constexpr std::bitset<256> A_ADJUST_WIDTH_TO_CONTENTS = attributeBit(15);
+/// The same as `A_ADJUST_WIDTH_TO_CONTENTS`, for combo boxes.
 inline constexpr std::bitset<256> A_COMBO_AUTO_WIDTH_FULL_TEXT = A_ADJUST_WIDTH_TO_CONTENTS;
 /// Each keystroke in a line edit is put before the callbacks.
 inline constexpr std::bitset<256> A_CALLBACK_VALIDATOR = attributeBit(16);
@@ -106,7 +111,9 @@ inline constexpr std::bitset<256> A_INIT_EMIT = attributeBit(30);
 /// As `A_INIT_EMIT`, for a valid value only.
 inline constexpr std::bitset<256> A_INIT_EMIT_VALID = attributeBit(31);
 
-/// Column of a grid, counted from 0: `A_GRID_COL1` is the second column.
+/// \{
+/// Column of a grid, counted from 0: `A_GRID_COL1` is the second column. Of several the highest
+/// counts, as in all groups below that are numbered.
 inline constexpr std::bitset<256> A_GRID_COL1 = attributeBit(32);
 inline constexpr std::bitset<256> A_GRID_COL2 = attributeBit(33);
 inline constexpr std::bitset<256> A_GRID_COL3 = attributeBit(34);
@@ -117,8 +124,11 @@ inline constexpr std::bitset<256> A_GRID_COL7 = attributeBit(38);
 inline constexpr std::bitset<256> A_GRID_COL8 = attributeBit(39);
 inline constexpr std::bitset<256> A_GRID_COL9 = attributeBit(40);
 inline constexpr std::bitset<256> A_GRID_COL10 = attributeBit(41);
+/// \}
+/// The last column that has an attribute.
 inline constexpr std::bitset<256> A_GRID_COL_MAX_INTERNAL = A_GRID_COL10;
 
+/// \{
 /// Number of columns that the widget covers.
 inline constexpr std::bitset<256> A_GRID_COLSPAN1 = attributeBit(50);
 inline constexpr std::bitset<256> A_GRID_COLSPAN2 = attributeBit(51);
@@ -130,6 +140,8 @@ inline constexpr std::bitset<256> A_GRID_COLSPAN7 = attributeBit(56);
 inline constexpr std::bitset<256> A_GRID_COLSPAN8 = attributeBit(57);
 inline constexpr std::bitset<256> A_GRID_COLSPAN9 = attributeBit(58);
 inline constexpr std::bitset<256> A_GRID_COLSPAN10 = attributeBit(59);
+/// \}
+/// The largest number of columns that has an attribute.
 inline constexpr std::bitset<256> A_GRID_COLSPAN_MAX_INTERNAL = A_GRID_COLSPAN10;
 /// Covers all columns up to the last.
 inline constexpr std::bitset<256> A_GRID_COLSPAN_ALL = attributeBit(60);
@@ -155,7 +167,8 @@ inline constexpr std::bitset<256> A_LINEEDIT_UPDATE_ON_FINISH = attributeBit(78)
 /// The wheel works without focus in any case.
 inline constexpr std::bitset<256> A_ALLOW_WHEEL = attributeBit(79);
 
-/// Where the widget stands in its cell.
+/// \{
+/// Where the widget stands in its cell, as the `Qt::Align...` of that name.
 inline constexpr std::bitset<256> A_ALIGN_LEFT = attributeBit(80);
 inline constexpr std::bitset<256> A_ALIGN_RIGHT = attributeBit(81);
 inline constexpr std::bitset<256> A_ALIGN_HCENTER = attributeBit(82);
@@ -166,8 +179,10 @@ inline constexpr std::bitset<256> A_ALIGN_VCENTER = attributeBit(86);
 inline constexpr std::bitset<256> A_ALIGN_BASELINE = attributeBit(87);
 inline constexpr std::bitset<256> A_ALIGN_CENTER = attributeBit(88);
 inline constexpr std::bitset<256> A_ALIGN_TOP_LEFT = attributeBit(89);
+/// \}
 
-/// Where the label stands in its cell.
+/// \{
+/// Where the label stands in its cell, as the `Qt::Align...` of that name.
 inline constexpr std::bitset<256> A_LABEL_ALIGN_LEFT = attributeBit(90);
 inline constexpr std::bitset<256> A_LABEL_ALIGN_RIGHT = attributeBit(91);
 inline constexpr std::bitset<256> A_LABEL_ALIGN_HCENTER = attributeBit(92);
@@ -178,7 +193,9 @@ inline constexpr std::bitset<256> A_LABEL_ALIGN_VCENTER = attributeBit(96);
 inline constexpr std::bitset<256> A_LABEL_ALIGN_BASELINE = attributeBit(97);
 inline constexpr std::bitset<256> A_LABEL_ALIGN_CENTER = attributeBit(98);
 inline constexpr std::bitset<256> A_LABEL_ALIGN_TOP_LEFT = attributeBit(99);
+/// \}
 
+/// \{
 /// Fixed height of a text edit in lines.
 inline constexpr std::bitset<256> A_HEIGHT_1 = attributeBit(100);
 inline constexpr std::bitset<256> A_HEIGHT_2 = attributeBit(101);
@@ -190,27 +207,48 @@ inline constexpr std::bitset<256> A_HEIGHT_7 = attributeBit(106);
 inline constexpr std::bitset<256> A_HEIGHT_8 = attributeBit(107);
 inline constexpr std::bitset<256> A_HEIGHT_9 = attributeBit(108);
 inline constexpr std::bitset<256> A_HEIGHT_10 = attributeBit(109);
+/// \}
 
-/// Size policies.
+// Size policies.
+
+/// Horizontal policy `QSizePolicy::Expanding`.
 inline constexpr std::bitset<256> A_H_EXPAND = attributeBit(110);
+/// Vertical policy `QSizePolicy::Expanding`.
 inline constexpr std::bitset<256> A_V_EXPAND = attributeBit(111);
+/// The same as `A_H_EXPAND`.
 inline constexpr std::bitset<256> A_H_FILL = A_H_EXPAND;
+/// The same as `A_V_EXPAND`.
 inline constexpr std::bitset<256> A_V_FILL = A_V_EXPAND;
+/// Horizontal policy `QSizePolicy::MinimumExpanding`.
 inline constexpr std::bitset<256> A_H_MINIMUM_EXPAND = attributeBit(112);
+/// Vertical policy `QSizePolicy::MinimumExpanding`.
 inline constexpr std::bitset<256> A_V_MINIMUM_EXPAND = attributeBit(113);
+/// Horizontal policy `QSizePolicy::Preferred`.
 inline constexpr std::bitset<256> A_H_PREFERRED = attributeBit(114);
+/// Vertical policy `QSizePolicy::Preferred`.
 inline constexpr std::bitset<256> A_V_PREFERRED = attributeBit(115);
+/// The same as `A_H_PREFERRED`.
 inline constexpr std::bitset<256> A_H_NATURAL = A_H_PREFERRED;
+/// The same as `A_V_PREFERRED`.
 inline constexpr std::bitset<256> A_V_NATURAL = A_V_PREFERRED;
+/// Horizontal policy `QSizePolicy::Maximum`.
 inline constexpr std::bitset<256> A_H_MAXIMUM = attributeBit(116);
+/// Vertical policy `QSizePolicy::Maximum`.
 inline constexpr std::bitset<256> A_V_MAXIMUM = attributeBit(117);
+/// The same as `A_H_MAXIMUM`.
 inline constexpr std::bitset<256> A_H_KEEP_SIZE = A_H_MAXIMUM;
+/// The same as `A_V_MAXIMUM`.
 inline constexpr std::bitset<256> A_V_KEEP_SIZE = A_V_MAXIMUM;
+/// Grows in both directions: `A_H_FILL` and `A_V_FILL`.
 inline constexpr std::bitset<256> A_FILL_BOTH = attributeBits({110, 111});
+/// Grows in width only: `A_H_FILL` and `A_V_KEEP_SIZE`.
 inline constexpr std::bitset<256> A_FILL_H = attributeBits({110, 117});
+/// Grows in height only: `A_H_KEEP_SIZE` and `A_V_FILL`.
 inline constexpr std::bitset<256> A_FILL_V = attributeBits({116, 111});
+/// Grows in neither direction: `A_H_KEEP_SIZE` and `A_V_KEEP_SIZE`.
 inline constexpr std::bitset<256> A_KEEP_SIZE = attributeBits({116, 117});
 
+/// \{
 /// A stretch of that factor follows the widget.
 inline constexpr std::bitset<256> A_STRETCH_0 = attributeBit(120);
 inline constexpr std::bitset<256> A_STRETCH_1 = attributeBit(121);
@@ -222,7 +260,9 @@ inline constexpr std::bitset<256> A_STRETCH_6 = attributeBit(126);
 inline constexpr std::bitset<256> A_STRETCH_7 = attributeBit(127);
 inline constexpr std::bitset<256> A_STRETCH_8 = attributeBit(128);
 inline constexpr std::bitset<256> A_STRETCH_9 = attributeBit(129);
+/// \}
 
+/// \{
 /// The widget's own stretch factor.
 inline constexpr std::bitset<256> A_STRETCH_FACTOR_0 = attributeBit(130);
 inline constexpr std::bitset<256> A_STRETCH_FACTOR_1 = attributeBit(131);
@@ -234,7 +274,9 @@ inline constexpr std::bitset<256> A_STRETCH_FACTOR_6 = attributeBit(136);
 inline constexpr std::bitset<256> A_STRETCH_FACTOR_7 = attributeBit(137);
 inline constexpr std::bitset<256> A_STRETCH_FACTOR_8 = attributeBit(138);
 inline constexpr std::bitset<256> A_STRETCH_FACTOR_9 = attributeBit(139);
+/// \}
 
+/// \{
 /// Number of the button group of a check box or radio button.
 inline constexpr std::bitset<256> A_GROUP_ID1 = attributeBit(140);
 inline constexpr std::bitset<256> A_GROUP_ID2 = attributeBit(141);
@@ -246,12 +288,14 @@ inline constexpr std::bitset<256> A_GROUP_ID7 = attributeBit(146);
 inline constexpr std::bitset<256> A_GROUP_ID8 = attributeBit(147);
 inline constexpr std::bitset<256> A_GROUP_ID9 = attributeBit(148);
 inline constexpr std::bitset<256> A_GROUP_ID10 = attributeBit(149);
+/// \}
 
 /// A combo box is fitted to its contents when first shown.
 inline constexpr std::bitset<256> A_COMBO_AUTO_WIDTH_FIRST_OPEN = attributeBit(150);
 /// A combo box is as narrow as its minimum contents length allows.
 inline constexpr std::bitset<256> A_COMBO_AUTO_WIDTH_COMPACT = attributeBit(151);
 
+/// \{
 /// Margins on all four sides of an opened layout in pixels.
 inline constexpr std::bitset<256> A_LAYOUT_MARGINS_0 = attributeBit(160);
 inline constexpr std::bitset<256> A_LAYOUT_MARGINS_2 = attributeBit(161);
@@ -259,13 +303,21 @@ inline constexpr std::bitset<256> A_LAYOUT_MARGINS_4 = attributeBit(162);
 inline constexpr std::bitset<256> A_LAYOUT_MARGINS_6 = attributeBit(163);
 inline constexpr std::bitset<256> A_LAYOUT_MARGINS_8 = attributeBit(164);
 inline constexpr std::bitset<256> A_LAYOUT_MARGINS_10 = attributeBit(165);
+/// \}
+/// Margins of 0 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_NO_MARGINS = A_LAYOUT_MARGINS_0;
+/// Margins of 2 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_TINY_MARGINS = A_LAYOUT_MARGINS_2;
+/// Margins of 4 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_SMALL_MARGINS = A_LAYOUT_MARGINS_4;
+/// Margins of 6 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_NORMAL_MARGINS = A_LAYOUT_MARGINS_6;
+/// Margins of 8 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_MEDIUM_MARGINS = A_LAYOUT_MARGINS_8;
+/// Margins of 10 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_LARGE_MARGINS = A_LAYOUT_MARGINS_10;
 
+/// \{
 /// Spacing of an opened layout in pixels.
 inline constexpr std::bitset<256> A_LAYOUT_SPACING_0 = attributeBit(166);
 inline constexpr std::bitset<256> A_LAYOUT_SPACING_2 = attributeBit(167);
@@ -273,33 +325,40 @@ inline constexpr std::bitset<256> A_LAYOUT_SPACING_4 = attributeBit(168);
 inline constexpr std::bitset<256> A_LAYOUT_SPACING_6 = attributeBit(169);
 inline constexpr std::bitset<256> A_LAYOUT_SPACING_8 = attributeBit(170);
 inline constexpr std::bitset<256> A_LAYOUT_SPACING_10 = attributeBit(171);
+/// \}
+/// Spacing of 0 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_NO_SPACING = A_LAYOUT_SPACING_0;
+/// Spacing of 2 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_TINY_SPACING = A_LAYOUT_SPACING_2;
+/// Spacing of 4 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_SMALL_SPACING = A_LAYOUT_SPACING_4;
+/// Spacing of 6 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_NORMAL_SPACING = A_LAYOUT_SPACING_6;
+/// Spacing of 8 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_MEDIUM_SPACING = A_LAYOUT_SPACING_8;
+/// Spacing of 10 pixels.
 inline constexpr std::bitset<256> A_LAYOUT_LARGE_SPACING = A_LAYOUT_SPACING_10;
 
 /// \return  true if the two sets share a bit
-bool isBitSet(const std::bitset<256>& bits, const std::bitset<256>& wanted);
+MOD_FORM_QT_EXPORT bool isBitSet(const std::bitset<256>& bits, const std::bitset<256>& wanted);
 
 /// Finds the highest set bit of a group of attributes.
 /// \param first  the group's first attribute, a single bit
 /// \param last   the group's last attribute, a single bit
 /// \return       its distance from the first attribute's bit, -1 if none of the group is set
-int lastBitSet(const std::bitset<256>& bits, const std::bitset<256>& first,
-               const std::bitset<256>& last);
+MOD_FORM_QT_EXPORT int lastBitSet(const std::bitset<256>& bits, const std::bitset<256>& first,
+                                  const std::bitset<256>& last);
 
 /// \return  the attributes that concern a row's label
-std::bitset<256> CreateLabelFlagMask();
+MOD_FORM_QT_EXPORT std::bitset<256> CreateLabelFlagMask();
 
 /// \return  what of `attr` concerns the row's label
-std::bitset<256> ExtractLabelFlags(const std::bitset<256>& attr);
+MOD_FORM_QT_EXPORT std::bitset<256> ExtractLabelFlags(const std::bitset<256>& attr);
 
 /// \return  256 bits, as a widget's property can hold them
-QBitArray toBitArray(const std::bitset<256>& bits);
+MOD_FORM_QT_EXPORT QBitArray toBitArray(const std::bitset<256>& bits);
 
 /// \return  the bits of an array of exactly 256; none for an array of any other size
-std::bitset<256> fromBitArray(const QBitArray& bits);
+MOD_FORM_QT_EXPORT std::bitset<256> fromBitArray(const QBitArray& bits);
 
 } // namespace mod_form_qt

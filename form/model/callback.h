@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 #include <QMap>
 #include <QPointer>
 #include <QString>
@@ -31,7 +33,7 @@ enum CallbackType {
 };
 
 /// The names of the kinds, for messages and logs.
-inline const QMap<CallbackType, QString> callbackTypeNames = {
+MOD_FORM_QT_EXPORT inline const QMap<CallbackType, QString> callbackTypeNames = {
     {kInit, QStringLiteral("kInit")},
     {kAccept, QStringLiteral("kAccept")},
     {kReject, QStringLiteral("kReject")},
@@ -48,12 +50,12 @@ inline const QMap<CallbackType, QString> callbackTypeNames = {
 };
 
 /// One event of a form. Valid while the callback runs.
-struct CallbackContext
+struct MOD_FORM_QT_EXPORT CallbackContext
 {
     QPointer<QWidget> mainWidget; ///< the window, or the widget that holds the form
     QPointer<QWidget> widget; ///< the widget that raised the event
     QVariant value; ///< the row's current value or the action's data
-    CallbackType type = kInit;
+    CallbackType type = kInit; ///< what has happened
     const INFO& row; ///< the row that raised the event
     QMap<QString, QVariant>* map = nullptr; ///< the form data map
     QVariant* result = nullptr; ///< where a callback may put another value; may be null
@@ -69,30 +71,36 @@ using LegacyCallback =
 /// A callback with one argument. 0 refuses.
 using ContextCallback = std::function<int(const CallbackContext&)>;
 
+/// Either kind of callback, or none.
 using Callback = std::variant<std::monostate, LegacyCallback, ContextCallback>;
 
 /// \return  true if there is something to call
-bool IsCallbackSet(const Callback& cb);
+MOD_FORM_QT_EXPORT bool IsCallbackSet(const Callback& cb);
 
 /// Calls a callback.
 /// \param result    where the callback may put another value; may be null
 /// \param previous  the value before the change; may be null
 /// \return          what the callback returned, 0 for a refusal; 1 if none is set
-int ExecCallBack(const Callback& cb, const QPointer<QWidget>& mainWidget,
-                 const QPointer<QWidget>& widget, const QVariant& value, CallbackType type,
-                 const INFO& row, QMap<QString, QVariant>* map, QVariant* result,
-                 const QVariant* previous);
+MOD_FORM_QT_EXPORT int ExecCallBack(const Callback& cb, const QPointer<QWidget>& mainWidget,
+                                    const QPointer<QWidget>& widget, const QVariant& value,
+                                    CallbackType type, const INFO& row,
+                                    QMap<QString, QVariant>* map, QVariant* result,
+                                    const QVariant* previous);
 
 /// Asks the row's callback and, if that agrees, the main row's.
 /// \return  0 if one of them refuses, 1 otherwise; 1 without a call if the widget's events are
 ///          blocked
-int BeforeCallBack(const INFO& row, const INFO& mainRow, QPointer<QWidget> mainWidget,
-                   QWidget* widget, const QVariant& value, CallbackType type,
-                   QMap<QString, QVariant>* map, QVariant* result, const QVariant* previous);
+MOD_FORM_QT_EXPORT int BeforeCallBack(const INFO& row, const INFO& mainRow,
+                                      QPointer<QWidget> mainWidget, QWidget* widget,
+                                      const QVariant& value, CallbackType type,
+                                      QMap<QString, QVariant>* map, QVariant* result,
+                                      const QVariant* previous);
 
 /// Tells the row's callback and then the main row's. No effect if the widget's events are blocked.
-void AfterCallBack(const INFO& row, const INFO& mainRow, QPointer<QWidget> mainWidget,
-                   QWidget* widget, const QVariant& value, CallbackType type,
-                   QMap<QString, QVariant>* map, QVariant* result, const QVariant* previous);
+MOD_FORM_QT_EXPORT void AfterCallBack(const INFO& row, const INFO& mainRow,
+                                      QPointer<QWidget> mainWidget, QWidget* widget,
+                                      const QVariant& value, CallbackType type,
+                                      QMap<QString, QVariant>* map, QVariant* result,
+                                      const QVariant* previous);
 
 } // namespace mod_form_qt

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "form/export.h"
 #include "form/model/attributes.h"
 #include "form/model/callback.h"
 #include "form/model/list_data.h"
@@ -66,7 +67,7 @@ using MenuEntry =
 
 /// One row of a form description. Its static members are the engine's operations; they take the
 /// form data map as a pointer that may be null, and refuse instead of throwing.
-class INFO
+class MOD_FORM_QT_EXPORT INFO
 {
 public:
     Q_DECLARE_TR_FUNCTIONS(mod_form_qt::INFO)
@@ -85,12 +86,21 @@ public:
 
     // Not inline: forms are long lists of rows, and each row would be copied and destroyed in code
     // of its own.
+
+    /// An empty row.
     INFO();
+    /// Leaves alone what the data points at.
     ~INFO();
+    /// Copies the row; of data that is a pointer, the pointer.
     INFO(const INFO& other);
+    /// As the copy; the other row may then only be assigned or destroyed.
     INFO(INFO&& other) noexcept;
+    /// As the copy.
     INFO& operator=(const INFO& other);
+    /// As the move.
     INFO& operator=(INFO&& other) noexcept;
+    /// A row with these members.
+    /// \param data  kept as what it is: a plain value, list data, a pointer
     INFO(int eleType, std::bitset<256> attr = {}, const QVariant& param = {},
          const DataVariant& data = {}, MAP_KEY_TYPE key = {}, Callback callback = {},
          std::any anyData = {}, const QVariant& userData = {});
@@ -120,6 +130,7 @@ public:
         MF_SHARED_DELETE_LATER = 0x200000, ///< the caller shares the window
         MF_NO_MARGINS = 0x800000 ///< no margins around the form
     };
+    /// Any number of them.
     Q_DECLARE_FLAGS(MainFlags, MainFlag)
 
     /// What `createLayout` gives back.
@@ -139,52 +150,72 @@ public:
     // Inline: whoever includes this header, even for an object that is built before main, finds
     // them initialised.
 
-    /// Meta-type ids of what a value may hold beside plain data. These alone are not inline: to
-    /// register a type costs every file that does it a second to compile.
-    static const int WIDGET_INFO_METATYPE;
-    static const int LISTDATA_METATYPE;
-    static const int LISTDATA_PTR_METATYPE;
-    static const int VARIANT_PTR_METATYPE;
-    static const int VARMAP_SHARED_PTR_METATYPE;
+    // What a value may hold beside plain data. These alone are not inline: to register a type costs
+    // every file that does it a second to compile.
+
+    static const int WIDGET_INFO_METATYPE; ///< meta-type id of WIDGET_INFO
+    static const int LISTDATA_METATYPE; ///< meta-type id of T_LISTDATA
+    static const int LISTDATA_PTR_METATYPE; ///< meta-type id of T_LISTDATA_PTR
+    static const int VARIANT_PTR_METATYPE; ///< meta-type id of T_VARIANT_PTR
+    static const int VARMAP_SHARED_PTR_METATYPE; ///< meta-type id of T_VARMAP_SHARED_PTR
 
     /// Default key of the value that holds a whole map in an INI group.
     inline static const QString iniVariantMapKey = QStringLiteral("vmap");
-    /// Group and key that remember the configuration last in use.
+    /// Group of an INI file that remembers the configuration last in use.
     inline static const QString iniMultiConfGroupNameKey = QStringLiteral("default_conf");
+    /// Key in that group.
     inline static const QString iniMultiConfLastNameKey = QStringLiteral("name");
 
-    /// Prefixes of the engine's own, temporary entries in a form data map.
+    // Prefixes of the engine's own, temporary entries in a form data map.
+
+    /// Before the generated key of a row that is bound to a variable and has no key.
     inline static const QString automatikVarName = QStringLiteral("::mod_form_qt_auto_var:");
+    /// Before a row's key: the record of the row's widgets.
     inline static const QString widgetDataVarName = QStringLiteral("::mod_form_qt_widget_data:");
+    /// Before a name: objects such as menus and status bars.
     inline static const QString objectDataVarName = QStringLiteral("::mod_form_qt_object_data:");
 
-    /// Reserved names in the map.
+    // Reserved names in the map.
+
+    /// The menus and menu bars of the form; see `menus`.
     inline static const QString objectMenuKeyName = QStringLiteral("menus");
+    /// The status bars of the form; see `statusBars`.
     inline static const QString statusBarKeyName = QStringLiteral("statusbar");
+    /// The main widget of the form.
     inline static const QString objectMainKeyName = QStringLiteral("main");
     /// Property of a window whose closing has been decided; its value is the exit code.
     inline static const QString mainWndExitCodeKeyName = QStringLiteral("mainwindow_exitcode");
 
-    /// Keys of the standard buttons that have none of their own.
+    // Keys of the standard buttons that have none of their own.
+
+    /// Of an `E_OK_BUTTON`.
     inline static const QString objectOKButtonName =
         QStringLiteral("okbutton_E0DF878092E64FD1B4B186233FF97875");
+    /// Of an `E_CANCEL_BUTTON`.
     inline static const QString objectCancelButtonName =
         QStringLiteral("cancelbutton_E0DF878092E64FD1B4B186233FF97875");
+    /// Of an `E_CLOSE_BUTTON`.
     inline static const QString objectCloseButtonName =
         QStringLiteral("closebutton_E0DF878092E64FD1B4B186233FF97875");
+    /// Of an `E_HELP_BUTTON`.
     inline static const QString objectHelpButtonName =
         QStringLiteral("helpbutton_E0DF878092E64FD1B4B186233FF97875");
 
-    /// Names of properties of menus and actions.
+    // Names of properties of menus and actions.
+
+    /// The identifier by which an entry is found again.
     inline static const QString menuIDKey = QStringLiteral("menuid");
+    /// Number of the group of actions that exclude each other.
     inline static const QString menuGroupNoKey = QStringLiteral("menugroupno");
 
     /// Stands for an absent date in an `E_DATE` row: the last day that the editor can show.
     inline static const QDate dateInvalid = QDate(9999, 12, 31);
+    /// No alignment.
     inline static const Qt::Alignment alignZERO = {};
 
-    /// What marks a mandatory row, before and behind its label.
+    /// What marks a mandatory row before its label; empty for nothing.
     inline static const QString mandatoryTextLeft;
+    /// What marks a mandatory row behind its label; empty for nothing.
     inline static const QString mandatoryTextRight =
         QStringLiteral("<big><strong style=\"color:red\">*</strong></big>");
 
@@ -202,7 +233,9 @@ public:
     /// \return  true if `key` starts, case-sensitively, with one of the three prefixes. Such
     ///          entries are never written to and never taken from a file.
     static bool isTempKeyName(const QString& key);
+    /// \return  `automatikVarName` with `name` behind it
     static QString buildAutomatikVarKeyForPtr(const QString& name);
+    /// \return  `objectDataVarName` with `name` behind it
     static QString buildObjectDataKey(const QString& name);
     /// Removes generated keys and object entries that an earlier form left behind. What stands
     /// under ordinary keys stays and is not followed.
@@ -224,20 +257,30 @@ public:
     // A value that holds the type itself and one that points at it differ; none of these looks
     // behind a pointer.
 
+    /// \return  true for list data
     static bool isListData(const QVariant& value);
+    /// \return  true for a pointer to list data
     static bool isListDataPtr(const QVariant& value);
+    /// \return  true for list data and for a pointer to it
     static bool isListDataOrListDataPtr(const QVariant& value);
+    /// \return  true for a pointer to a variant
     static bool isVariantPtr(const QVariant& value);
+    /// \return  true for the record of a row's widgets
     static bool isWidgetInfo(const QVariant& value);
+    /// \return  true for a map of variants by text
     static bool isVariantMap(const QVariant& value);
     /// \return  true for a QVariantList; a list of texts or of another type is none
     static bool isQVariantListType(const QVariant& value);
 
     // Numbers, also such that a pointer points at; 0 for what is no number.
 
+    /// \return  as QVariant::toInt
     static qint32 varToInt32(const QVariant& value);
+    /// \return  as QVariant::toUInt
     static quint32 varToUInt32(const QVariant& value);
+    /// \return  as QVariant::toLongLong
     static qint64 varToInt64(const QVariant& value);
+    /// \return  as QVariant::toULongLong
     static quint64 varToUInt64(const QVariant& value);
 
     /// Writes list data to the debug log, one line an item.
@@ -264,6 +307,7 @@ public:
 
     /// \return  the values of all items in their order
     static QVariantList getUserDataListValues(const T_LISTDATA& list);
+    /// \param list  list data or a pointer to it; anything else and null have no items
     static QVariantList getUserDataListValues(const QVariant& list);
 
     /// Marks items of a row's list data, in the map or in the variable it is bound to. The widget
@@ -344,21 +388,25 @@ public:
     /// \return            the number of keys taken
     static int setData(QMap<QString, QVariant>* map, const QMap<QString, QVariant>& values,
                        bool emitChange);
+    /// As above, for one row.
+    /// \return  1 if the key was taken, otherwise 0
     static int setData(QMap<QString, QVariant>* map, const MAP_KEY_TYPE& key, const QVariant& value,
                        bool emitChange);
 
-    // Give the row that is bound to a variable another value.
-    // \return  false if no row of the form is bound to it
-
+    /// Gives the row that is bound to a variable another text.
+    /// \return  false if no row of the form is bound to it
     static bool setTextVariantPtr(QMap<QString, QVariant>* map, QVariant& var, const QString& text,
                                   bool emitChange);
+    /// As `setTextVariantPtr`, with a number.
     static bool setDoubleVariantPtr(QMap<QString, QVariant>* map, QVariant& var, double value,
                                     bool emitChange);
+    /// As `setTextVariantPtr`, with a checked state.
     static bool setCheckedVariantPtr(QMap<QString, QVariant>* map, QVariant& var, bool checked,
                                      bool emitChange);
 
     /// While a widget's events are blocked, its changes call no callback.
     static void blockEvent(const QPointer<QWidget>& widget, bool on);
+    /// \return  true while the events of the widget are blocked
     static bool eventBlocked(const QPointer<QWidget>& widget);
 
     /// Blocks a widget's events for a scope. Inside another guard of the same widget it has no
@@ -366,7 +414,9 @@ public:
     class EVENTBLOCK
     {
     public:
+        /// Blocks from here on; null has no effect.
         explicit EVENTBLOCK(const QPointer<QWidget>& widget);
+        /// Lets the events through again, if this guard has blocked them.
         ~EVENTBLOCK();
         Q_DISABLE_COPY_MOVE(EVENTBLOCK)
 
@@ -377,10 +427,11 @@ public:
 
     // ---------------------------------------------------------------- looking widgets up
 
-    // \param index  a base or extended element type, or the widget's position in its row
-    // \param other  out, if given: the row's label or null
-    // \return       null if there is none
-
+    /// \{
+    /// Finds a widget of the class in the name, null if there is none. "ByKey": in the row of that
+    /// key. `index` is a base or extended element type or the widget's position in its row, `pos`
+    /// says which of several, `other` gets the row's label or null if it is given, `flag` has no
+    /// effect. "ByVar": in the row that is bound to the variable.
     static QWidget* widgetByKey(const QMap<QString, QVariant>* map, const MAP_KEY_TYPE& key,
                                 int index = 0, FindPos pos = FIND_POS_ANY,
                                 QPointer<QWidget>* other = nullptr, bool flag = false);
@@ -455,6 +506,8 @@ public:
     static QPushButton* pushButtonByVar(const QMap<QString, QVariant>* map,
                                         const T_LISTDATA& variable);
 
+    /// \}
+
     /// Finds the widget of class T of the row that is bound to a variable.
     template <typename T>
     static T* widgetFromVariantPtr(const QMap<QString, QVariant>* map, const QVariant& variable)
@@ -462,6 +515,7 @@ public:
         return firstOf<T>(boundRow(map, variable));
     }
 
+    /// Finds the widget of class T of the row that is bound to list data.
     template <typename T>
     static T* widgetFromListDataPtr(const QMap<QString, QVariant>* map, const T_LISTDATA& variable)
     {
@@ -470,6 +524,7 @@ public:
 
     /// \return  the widgets of the row that is bound to a variable
     static WIDGET_INFO boundRow(const QMap<QString, QVariant>* map, const QVariant& variable);
+    /// \return  the widgets of the row that is bound to list data
     static WIDGET_INFO boundRow(const QMap<QString, QVariant>* map, const T_LISTDATA& variable);
 
     // ---------------------------------------------------------------- events
@@ -488,10 +543,15 @@ public:
     /// \param immediate  raises what a row with `A_IMMEDIATE_DATA_UPDATE` listens to
     static void triggerEmit(QObject* object, bool onlyValid, bool immediate);
 
-    // Let a widget report to the callbacks and the map.
-    // \param key          used if the row has none
-    // \param signalNames  out: the names of the signals that were connected are appended
-
+    /// \{
+    /// Lets a widget report to the callbacks and the map.
+    /// \param row          the widget's row
+    /// \param mainRow      the form's main row
+    /// \param mainWidget   the window, or the widget that holds the form
+    /// \param widget       null has no effect
+    /// \param map          the form data map
+    /// \param key          used if the row has none
+    /// \param signalNames  out: the names of the signals that were connected are appended
     static void lineEditConnect(const INFO& row, const INFO& mainRow, QPointer<QWidget> mainWidget,
                                 QPointer<QLineEdit> widget, QMap<QString, QVariant>* map,
                                 QString key, QList<QString>& signalNames);
@@ -510,6 +570,7 @@ public:
                                    QPointer<QWidget> mainWidget, QPointer<QRadioButton> widget,
                                    QMap<QString, QVariant>* map, QString key,
                                    QList<QString>& signalNames);
+    /// \}
 
     /// Asks whether a form may close: validation for `kAccept`, then the row, then the main row.
     /// If so, its values are saved where it has a file, and its widget records leave the map.
@@ -518,6 +579,7 @@ public:
     static bool canClose(QWidget* mainWidget, QWidget* widget, CallbackType type, const INFO& row,
                          const INFO& mainRow, QMap<QString, QVariant>* map,
                          const std::pair<bool, QSet<QString>>& saveKeys);
+    /// The end of a form that may close: saves its values and forgets its widgets.
     /// \param save  false: only the widget records leave the map
     static void closeWidget(QWidget* widget, const INFO& mainRow, QMap<QString, QVariant>* map,
                             const std::pair<bool, QSet<QString>>& saveKeys, bool save);
@@ -583,12 +645,14 @@ public:
 
     // Build and run a form. The main row is made of title (or options), callback, any and userData.
 
+    /// Makes a dialog and runs it until it closes.
     static Result createAndExecDialog(QWidget* parent, const QVariant& title,
                                       const QList<INFO>& rows, MainFlags flags = {},
                                       Qt::WindowFlags windowFlags = {},
                                       QMap<QString, QVariant>* map = nullptr,
                                       QSet<QString>* keys = nullptr, Callback callback = {},
                                       std::any any = {}, const QVariant& userData = {});
+    /// Makes a main window and runs it until it closes.
     /// \param localLoop  runs in an event loop of its own rather than the application's
     static Result createAndExecMainWindow(QWidget* parent, bool localLoop, const QVariant& title,
                                           const QList<INFO>& rows, MainFlags flags = {},
@@ -616,11 +680,14 @@ public:
 
     /// Notes a top-level menu or menu bar of a form; one that is noted already stays once.
     static void storeMenu(QObject* menu, QMap<QString, QVariant>* map);
+    /// \return  the menus and menu bars that were noted; null for one that has gone
     static QList<QPointer<QObject>> menus(const QMap<QString, QVariant>* map);
     /// Lists the entries of all menus of a form, each with the menu it stands in.
     static void collectMenuData(const QMap<QString, QVariant>* map,
                                 std::vector<std::pair<MenuEntry, QPointer<QMenu>>>* out);
+    /// Notes a status bar of a form; one that is noted already stays once.
     static void storeStatusBars(QStatusBar* bar, QMap<QString, QVariant>* map);
+    /// \return  the status bars that were noted; null for one that has gone
     static QList<QPointer<QStatusBar>> statusBars(const QMap<QString, QVariant>* map);
 
     // ---------------------------------------------------------------- storage
@@ -684,6 +751,7 @@ public:
                                    QList<QString>& names, QString& lastName, bool verifyLastName);
     /// \return  the configuration last in use, empty if none is remembered
     static QString getDefaultIniMultiOptionName(const QString& fileName);
+    /// Remembers the configuration last in use. A failure is silent.
     static void setDefaultIniMultiOptionName(const QString& fileName, const QString& name);
 
 private:

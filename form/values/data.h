@@ -1,5 +1,6 @@
 #pragma once
 
+#include "form/export.h"
 #include "form/model/info.h"
 
 namespace mod_form_qt {
@@ -8,9 +9,10 @@ namespace mod_form_qt {
 /// for QVariant and T_LISTDATA. Through a pointer to a variable of its own type it shows what the
 /// variable holds at any time, otherwise what was there when it was built.
 template <typename T>
-class INFO::DATA
+class MOD_FORM_QT_EXPORT INFO::DATA
 {
 public:
+    /// Holds nothing.
     DATA() = default;
     /// Takes a value. A pointer inside it is followed once, a variant inside the variant unwrapped
     /// once.
@@ -20,13 +22,16 @@ public:
     ///                  the variable behind a pointer, which then stays in the map
     DATA(QMap<QString, QVariant>* map, const QString& key, bool forWrite);
 
+    /// The value, or what the pointer points at now; empty if there was nothing to take.
     const T& value() const { return m_pointee ? *m_pointee : m_own; }
 
+    /// As `value`.
     operator const T&() const { return value(); }
 
     /// \return  false if there was nothing to take
     bool isValid() const { return m_metaType > QMetaType::UnknownType; }
 
+    /// \return  true if what was taken is a pointer to a variable
     bool isPointer() const { return m_pointee != nullptr || m_other.isValid(); }
 
     /// \return  meta-type id of what was taken, of the pointer and not of what it points at; -1 for

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "form/export.h"
+
 namespace mod_form_qt {
 
 /// What `INFO::triggerEmit` tells the handlers that run under it.
-class emitHelper
+class MOD_FORM_QT_EXPORT emitHelper
 {
 public:
     /// True while `INFO::triggerEmit` runs: a change that leaves the value as it is calls the

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 #include <QComboBox>
 #include <QList>
 #include <QStandardItemModel>
@@ -10,11 +12,12 @@ namespace mod_form_qt::helper {
 /// A combo box whose items carry check marks. Closed, it shows the texts of the checked items;
 /// while its list is open, a click or the space bar checks an item and leaves the list open. Which
 /// item is the current one has no meaning.
-class CheckComboBox : public QComboBox
+class MOD_FORM_QT_EXPORT CheckComboBox : public QComboBox
 {
     Q_OBJECT
 
 public:
+    /// A box without items.
     explicit CheckComboBox(QWidget* parent = nullptr);
 
     /// Appends an item.
@@ -33,6 +36,7 @@ public:
     void setCheckItemData(int index, const QVariant& value, int role = Qt::UserRole,
                           bool notify = true);
 
+    /// \return  true if at least one item is checked
     bool hasChecked() const;
     /// \return  the `Qt::UserRole` data of the checked items, in their order
     QList<QVariant> checkedData() const;
@@ -41,6 +45,7 @@ public:
     /// \return  the texts of the checked items, joined with ", "
     QString checkedText() const;
 
+    /// Takes the clicks and keys in the open list.
     bool eventFilter(QObject* object, QEvent* event) override;
 
 signals:
@@ -48,8 +53,11 @@ signals:
     void checkedChanged();
 
 protected:
+    /// Shows the texts of the checked items.
     void paintEvent(QPaintEvent* event) override;
+    /// The space bar, F4 and the arrows up and down open the list; other keys have no effect.
     void keyPressEvent(QKeyEvent* event) override;
+    /// Leaves the wheel to what is around the box.
     void wheelEvent(QWheelEvent* event) override;
 
 private:

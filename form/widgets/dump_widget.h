@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 class QString;
 class QWidget;
 
@@ -8,6 +10,6 @@ namespace mod_form_qt::helper {
 /// Writes what decides about a widget's look and size to the debug log, one line an entry.
 /// \param label   heads the report
 /// \param widget  may be null
-void DumpWidgetDebug(const QString& label, QWidget* widget);
+MOD_FORM_QT_EXPORT void DumpWidgetDebug(const QString& label, QWidget* widget);
 
 } // namespace mod_form_qt::helper

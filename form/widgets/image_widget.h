@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 #include <QImage>
 #include <QWidget>
 
@@ -10,13 +12,15 @@ namespace mod_form_qt {
 namespace helper {
 
 /// Shows an image, as large as the widget allows and with its proportions.
-class ImageWidget : public QWidget
+class MOD_FORM_QT_EXPORT ImageWidget : public QWidget
 {
     Q_OBJECT
 
 public:
+    /// A widget without an image.
     explicit ImageWidget(QWidget* parent = nullptr);
 
+    /// The image in its own size; null if there is none.
     const QImage& image() const { return m_image; }
 
     /// \param image  a null image leaves the widget empty
@@ -26,6 +30,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    /// Draws the image in the middle.
     void paintEvent(QPaintEvent* event) override;
 
 private:
@@ -39,7 +44,7 @@ private:
 ///                    such a value is followed. A file that cannot be read empties the widget
 /// \param widget      may be null
 /// \param attributes  whether the image's width or height become the widget's
-void initImage(const QVariant& value, helper::ImageWidget* widget,
-               const std::bitset<256>& attributes);
+MOD_FORM_QT_EXPORT void initImage(const QVariant& value, helper::ImageWidget* widget,
+                                  const std::bitset<256>& attributes);
 
 } // namespace mod_form_qt

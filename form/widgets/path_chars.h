@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 class QString;
 
 namespace mod_form_qt {
@@ -8,6 +10,6 @@ namespace mod_form_qt {
 /// \param text        in/out
 /// \param isFileName  false: a path; backslashes become slashes, and slashes and colons stay
 /// \return            the number of characters removed
-int removeInvalidPathChars(QString& text, bool isFileName);
+MOD_FORM_QT_EXPORT int removeInvalidPathChars(QString& text, bool isFileName);
 
 } // namespace mod_form_qt

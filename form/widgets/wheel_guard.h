@@ -1,5 +1,7 @@
 #pragma once
 
+#include "form/export.h"
+
 #include <QObject>
 #include <QString>
 
@@ -8,7 +10,7 @@
 namespace mod_form_qt::helper {
 
 /// Keeps the wheel away from widgets without focus, so that it scrolls what is around them.
-class DynamicWidgetEventFilter : public QObject
+class MOD_FORM_QT_EXPORT DynamicWidgetEventFilter : public QObject
 {
     Q_OBJECT
 
@@ -16,6 +18,7 @@ public:
     /// \param classNames  the classes that are guarded; empty guards every class
     explicit DynamicWidgetEventFilter(QObject* parent, std::set<QString> classNames = {});
 
+    /// \return  true for a wheel event of a guarded widget without focus
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:

@@ -100,6 +100,15 @@ void useStatusBar(QMainWindow& window)
 
 //! [status_bar]
 
+//! [language]
+void speak(const QLocale& language) // QLocale::system() in most programs
+{
+    if (!mod_progress_qt::installTranslation(language))
+        qInfo("There is no translation: progress is shown in English.");
+}
+
+//! [language]
+
 QString fileText(const QString& path)
 {
     QFile file(path);
@@ -156,6 +165,7 @@ private slots:
     void progressIsShownInTheStatusBar();
     void aWorkerOfItsOwnClassCanBeGivenUp();
     void theGuideNamesEverySetting();
+    void aProgramMaySpeakGerman();
 };
 
 void tst_progress_guide::cleanup()
@@ -271,6 +281,14 @@ void tst_progress_guide::theGuideNamesEverySetting()
           "before", "after", "eventWaitTimeMs", "hardInterruptTimeMs", "globalHide", "showDebug",
           "defaultEventsFlagsUserInteraction", "defaultEventsFlagsNoUserInteraction"})
         QVERIFY2(guide.contains(QString("`%1`").arg(name)), name);
+}
+
+void tst_progress_guide::aProgramMaySpeakGerman()
+{
+    speak(QLocale(QLocale::German));
+    QCOMPARE(ProgressDialog::GetStdProgressInfo(true).abortText, "Abbrechen");
+    speak(QLocale(QLocale::English));
+    QCOMPARE(ProgressDialog::GetStdProgressInfo(true).abortText, "Cancel");
 }
 
 QTEST_MAIN(tst_progress_guide)

@@ -163,6 +163,8 @@ QString Road::walk(bool canFailForGood)
                      .arg(m_start.faultPhase)
                      .arg(m_start.faults));
     prepare(m_start);
+    // One that the road before no longer needed would end this one.
+    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
     // From here on as the program itself: one main loop, which its last window ends.
     QGuiApplication::setQuitOnLastWindowClosed(true);
     window()->show();
@@ -313,6 +315,8 @@ bool Road::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Show) {
         if (auto* dialog = qobject_cast<QDialog*>(watched))
             onDialogShown(dialog);
+    } else if (event->type() == QEvent::Quit && watched == qApp) {
+        Journal::add(QStringLiteral("the program is asked to end"));
     } else if (event->type() == QEvent::DynamicPropertyChange && watched == window()) {
         noteDecision();
     }

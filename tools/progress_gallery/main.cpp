@@ -1,3 +1,5 @@
+#include "progress/translation.h"
+
 #include "tools/progress_gallery/gallery_window.h"
 #include "tools/progress_gallery/screenshots.h"
 
@@ -18,10 +20,23 @@ int main(int argc, char** argv)
     const QCommandLineOption screenshots(
         "screenshots", "Write a picture of each page and run to DIR and end.", "DIR");
     parser.addOption(screenshots);
+    const QCommandLineOption language(
+        "language", "Show the framework's own texts in that language, \"de\" for German.",
+        "LANGUAGE");
+    parser.addOption(language);
     parser.process(app);
     if (!parser.positionalArguments().isEmpty()) {
         std::fprintf(stderr, "progress_gallery: Unexpected argument '%s'.\n",
                      qPrintable(parser.positionalArguments().first()));
+        return 1;
+    }
+
+    const QLocale locale(parser.value(language));
+    // What is no language at all gives that of C, which is English.
+    if (parser.isSet(language)
+        && (locale == QLocale::c() || !mod_progress_qt::installTranslation(locale))) {
+        std::fprintf(stderr, "progress_gallery: There is no translation into '%s'.\n",
+                     qPrintable(parser.value(language)));
         return 1;
     }
 

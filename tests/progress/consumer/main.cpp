@@ -44,5 +44,11 @@ int main(int argc, char** argv)
     expect(ProgressDialog::setText(dialog, {}, {}, "text"), "a text is shown");
     expect(dialog->findChild<QLabel*>()->text() == QLatin1String("text"), "it is that text");
     expect(!ProgressDialog::isStopped(dialog), "nobody has stopped it");
+
+    expect(ProgressDialog::GetStdProgressInfo(true).abortText == QLatin1String("Cancel"),
+           "texts are English");
+    expect(installTranslation(QLocale(QLocale::German)), "the translation is in the library");
+    expect(ProgressDialog::GetStdProgressInfo(true).abortText == QLatin1String("Abbrechen"),
+           "texts are German once the program asks for it");
     return failures == 0 ? 0 : 1;
 }
