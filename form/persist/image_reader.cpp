@@ -114,6 +114,16 @@ bool allFit(const Container& values, int depth)
                        [depth](const QVariant& value) { return fits(value, depth + 1); });
 }
 
+bool canWrite(const QTextFormat& format, int depth)
+{
+    const QMap<int, QVariant> properties = format.properties();
+    // Streams of that version hold the first family only, and the toolkit takes it for granted.
+    const auto families = properties.constFind(QTextFormat::FontFamilies);
+    if (families != properties.cend() && families->toStringList().isEmpty())
+        return false;
+    return allFit(properties, depth);
+}
+
 bool fits(const QVariant& value, int depth)
 {
     if (depth > maxValueDepth)
@@ -132,7 +142,7 @@ bool fits(const QVariant& value, int depth)
         return fits(pair->first, depth + 1) && fits(pair->second, depth + 1);
     }
     case QMetaType::QTextFormat:
-        return allFit(value.value<QTextFormat>().properties(), depth);
+        return canWrite(value.value<QTextFormat>(), depth);
     case QMetaType::QEasingCurve:
         return false;
     default:

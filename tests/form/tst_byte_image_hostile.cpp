@@ -173,6 +173,7 @@ private slots:
     void whatIsNestedTooDeepIsNotWritten();
     void manyFormatsInsideEachOtherAreReadOnce();
     void anEasingCurveIsLeftOut();
+    void aFormatWithoutFontFamiliesIsLeftOut();
 };
 
 void tst_byte_image_hostile::initTestCase()
@@ -484,6 +485,19 @@ void tst_byte_image_hostile::anEasingCurveIsLeftOut()
                                              out << QEasingCurve(QEasingCurve::InQuad);
                                          }),
                                          read));
+}
+
+void tst_byte_image_hostile::aFormatWithoutFontFamiliesIsLeftOut()
+{
+    // The toolkit crashes when it writes one.
+    QTextFormat none(QTextFormat::CharFormat);
+    none.setProperty(QTextFormat::FontFamilies, QStringList());
+    QTextFormat one(QTextFormat::CharFormat);
+    one.setProperty(QTextFormat::FontFamilies, QStringList("Serif"));
+    Map read;
+    QVERIFY(INFO::byteArrayToVariantMap(
+        imageOf({{"none", none}, {"inside", inAFormat(none)}, {"one", one}}), read));
+    QCOMPARE(read.keys(), QStringList("one"));
 }
 
 QTEST_MAIN(tst_byte_image_hostile)
