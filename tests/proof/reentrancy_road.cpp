@@ -163,14 +163,15 @@ QString Road::walk(bool canFailForGood)
                      .arg(m_start.faultPhase)
                      .arg(m_start.faults));
     prepare(m_start);
-    // One that the road before no longer needed would end this one.
-    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
     // From here on as the program itself: one main loop, which its last window ends.
     QGuiApplication::setQuitOnLastWindowClosed(true);
     window()->show();
     observe();
     post([this] { drive(); });
     QApplication::exec();
+    // Where the program would be gone by now, a second word to quit would end the next road.
+    QCoreApplication::removePostedEvents(qApp, QEvent::MetaCall);
+    QCoreApplication::removePostedEvents(qApp, QEvent::Quit);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     m_walking = false;
     checkEnd();
