@@ -196,9 +196,6 @@ void tst_check_export::aFaultIsNamedWithLineColumnAndCause_data()
         "line 6, column paypal_fee: a second refund row carries a fee");
     row("cells of one order differ", spoilt(shop, "Dortmund", "Dresden"),
         "line 5, column billing_city: the cell differs from the order's first row");
-    row("payment not asked for",
-        spoilt(QStringLiteral("woocommerce-only"), "woocommerce_use|1", "woocommerce_use|0"),
-        "line 3, column payment_method: the order is here although woocommerce_use is 0");
     row("invoice no PDF", spoilt(shop, "R26-00001.pdf", "R26-00001.txt"),
         "line 3, column gm_invoice_filename: \"@PDF@/R26-00001.txt\" names no PDF file");
     row("invoice without a file", spoilt(shop, ";@PDF@/R26-00001.pdf;", ";;"),
@@ -247,9 +244,16 @@ void tst_check_export::aNoteIsNoFault_data()
     const QByteArray whole = golden(shop);
     QTest::newRow("unknown chart")
         << spoilt(shop, "skr|3", "skr|5") << "line 1, column skr: note: \"5\" is not on the list";
+    QTest::newRow("order twice in a row")
+        << spoilt(shop, whole.split('\n').value(2) + '\n',
+                  whole.split('\n').value(2) + '\n' + whole.split('\n').value(2) + '\n')
+        << "line 4, column id: note: a row of order 31 stands here twice: drop one of the two";
     QTest::newRow("order twice")
         << whole + whole.split('\n').value(2) + '\n'
         << "line 69, column id: note: order 31 was already there in line 3: drop one of the two";
+    QTest::newRow("payment not asked for")
+        << spoilt(QStringLiteral("woocommerce-only"), "woocommerce_use|1", "woocommerce_use|0")
+        << "line 3, column payment_method: note: the order is here although woocommerce_use is 0";
     QTest::newRow("other status") << spoilt(
         shop, ";completed;20.70;",
         ";processing;20.70;") << "line 3, column status: note: \"processing\" was not asked for";
