@@ -86,8 +86,8 @@ public:
 
     /// Opens a display for work that the caller does on the GUI thread, and closes the one before.
     /// If the work may be aborted, the main window is disabled until the dialog is destroyed, that
-    /// is in the event loop after the last holder has let go of it. \param autoValue  each update
-    /// counts one step, instead of showing its numbers
+    /// is in the event loop after the last holder has let go of it.
+    /// \param autoValue  each update counts one step, instead of showing its numbers
     static Pointer createNonModal(QWidget* parent, const options& opts, bool autoValue = false,
                                   const WidgetAndLayout* before = nullptr,
                                   const WidgetAndLayout* after = nullptr);
@@ -120,8 +120,8 @@ public:
     // ---------------------------------------------------------------- for the caller's loop
 
     /// Shows what is due, see `CustomProgressBar::setValue`. If that gave something to do, events
-    /// are processed, which keeps the dialog alive and the abort button working. \return  false if
-    /// the dialog is stopped or nothing was due
+    /// are processed, which keeps the dialog alive and the abort button working.
+    /// \return  false if the dialog is stopped or nothing was due
     static bool setValue(const Pointer& dialog, const ProgressValues& values);
     /// As setValue(), with the text of the first label and both numbers.
     static bool setProgress(const Pointer& dialog, const QVariant& text, qint64 current,
@@ -189,7 +189,8 @@ public:
                                      const WidgetAndLayout* before = nullptr,
                                      const WidgetAndLayout* after = nullptr);
     /// Clears the status bar, unless nothing came since it was last cleared, enables the main
-    /// window again if it was, ends the abort shortcut. \param code  has no effect
+    /// window again if it was, ends the abort shortcut.
+    /// \param code  has no effect
     void restoreUiState(int code);
 
     /// Shows the three uses, one after the other: two modal runs and a non-modal loop.

@@ -254,9 +254,8 @@ public:
     template <typename T>
     class DATA;
 
-    // A value that holds the type itself and one that points at it differ; none of these looks
-    // behind a pointer.
-
+    /// A value that holds the type itself and one that points at it differ, here and for the types
+    /// that follow; none of these functions looks behind a pointer.
     /// \return  true for list data
     static bool isListData(const QVariant& value);
     /// \return  true for a pointer to list data
@@ -272,15 +271,14 @@ public:
     /// \return  true for a QVariantList; a list of texts or of another type is none
     static bool isQVariantListType(const QVariant& value);
 
-    // Numbers, also such that a pointer points at; 0 for what is no number.
-
-    /// \return  as QVariant::toInt
+    /// \return  the number, also one that a pointer points at, as QVariant::toInt; 0 for what is
+    /// none
     static qint32 varToInt32(const QVariant& value);
-    /// \return  as QVariant::toUInt
+    /// \return  as varToInt32(), by QVariant::toUInt
     static quint32 varToUInt32(const QVariant& value);
-    /// \return  as QVariant::toLongLong
+    /// \return  as varToInt32(), by QVariant::toLongLong
     static qint64 varToInt64(const QVariant& value);
-    /// \return  as QVariant::toULongLong
+    /// \return  as varToInt32(), by QVariant::toULongLong
     static quint64 varToUInt64(const QVariant& value);
 
     /// Writes list data to the debug log, one line an item.
@@ -366,7 +364,8 @@ public:
     static QVariant getBaseValue(const QMap<QString, QVariant>* map, const QString& key,
                                  bool asList = false, bool single = false);
 
-    /// Without this one, a literal as key would as well be read as the switch of a single value.
+    /// As above, for a key as a literal. Without this one it would as well be read as the switch of
+    /// a single value.
     static QVariant getBaseValue(const QMap<QString, QVariant>* map, const char* key,
                                  bool asList = false, bool single = false)
     {
