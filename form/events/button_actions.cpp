@@ -9,6 +9,7 @@
 
 #include <QColorDialog>
 #include <QDesktopServices>
+#include <QDialog>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
@@ -227,6 +228,7 @@ struct RowAction
 {
     int eleType;
     Action run;
+    bool opensDialog = false;
 };
 
 // A row of another type is a plain button: its callbacks are all there is to it.
@@ -234,25 +236,44 @@ constexpr std::array rowActions = {
     RowAction {E_OK_BUTTON, acceptForm},
     RowAction {E_CANCEL_BUTTON, rejectForm},
     RowAction {E_CLOSE_BUTTON, shutForm},
-    RowAction {E_BROWSE_FOLDER, browseFolder},
-    RowAction {E_BROWSE_FOLDER_BUTTON, browseFolder},
-    RowAction {E_BROWSE_FILE_OPEN, browseFileOpen},
-    RowAction {E_BROWSE_FILE_OPEN_BUTTON, browseFileOpen},
-    RowAction {E_BROWSE_FILE_SAVE, browseFileSave},
-    RowAction {E_BROWSE_FILE_SAVE_BUTTON, browseFileSave},
+    RowAction {E_BROWSE_FOLDER, browseFolder, true},
+    RowAction {E_BROWSE_FOLDER_BUTTON, browseFolder, true},
+    RowAction {E_BROWSE_FILE_OPEN, browseFileOpen, true},
+    RowAction {E_BROWSE_FILE_OPEN_BUTTON, browseFileOpen, true},
+    RowAction {E_BROWSE_FILE_SAVE, browseFileSave, true},
+    RowAction {E_BROWSE_FILE_SAVE_BUTTON, browseFileSave, true},
     RowAction {E_SHOW_FOLDER, showFolder},
     RowAction {E_OPENURL_BUTTON, openUrl},
-    RowAction {E_COLOR_BUTTON, chooseColor},
-    RowAction {E_FONT_BUTTON, chooseFont},
+    RowAction {E_COLOR_BUTTON, chooseColor, true},
+    RowAction {E_FONT_BUTTON, chooseFont, true},
 };
+
+/// \return  null for a plain button
+const RowAction* actionOf(const INFO& row)
+{
+    const auto* found =
+        std::find_if(rowActions.begin(), rowActions.end(),
+                     [&row](const RowAction& action) { return action.eleType == row.eleType; });
+    return found == rowActions.end() ? nullptr : found;
+}
 
 bool runAction(const Click& click)
 {
-    const auto* found =
-        std::find_if(rowActions.begin(), rowActions.end(), [&click](const RowAction& action) {
-            return action.eleType == click.row->row.eleType;
-        });
-    return found == rowActions.end() || found->run(click);
+    const RowAction* action = actionOf(click.row->row);
+    return action == nullptr || action->run(click);
+}
+
+/// True while the dialog of an earlier click is open. Assistive technology can press the button
+/// behind it, and a second one would come up over the first.
+bool isDialogOpen(const INFO& row, const QPushButton* button)
+{
+    const RowAction* action = actionOf(row);
+    if (action == nullptr || !action->opensDialog)
+        return false;
+    const auto dialogs = button->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly);
+    // Modal until its loop has ended, which is after it is hidden.
+    return std::any_of(dialogs.begin(), dialogs.end(),
+                       [](const QDialog* dialog) { return dialog->isModal(); });
 }
 
 } // namespace
@@ -260,6 +281,9 @@ bool runAction(const Click& click)
 void runButtonAction(const RowHandle& handle, QPushButton* button)
 {
     if (!handle->live())
+        return;
+    // What code sets meanwhile opens nothing, and the callbacks are to know.
+    if (!emitHelper::active && isDialogOpen(handle->row, button))
         return;
     const Click click {handle, button, FormGuard(handle->mainWidget())};
     const RowContext& row = *handle;

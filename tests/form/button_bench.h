@@ -35,6 +35,30 @@ inline void rejectDialog(QDialog* dialog)
     dialog->reject();
 }
 
+/// Presses a button, and once more behind the dialog of class T which that opens, as assistive
+/// technology can; then ends the dialog.
+/// \return  how many stood there
+template <typename T>
+int dialogsOfTwoClicks(QPushButton* button)
+{
+    int count = 0;
+    QTimer::singleShot(0, button, [&count, button] {
+        QTimer::singleShot(0, button, [&count] {
+            const QWidgetList windows = QApplication::topLevelWidgets();
+            for (QWidget* window : windows) {
+                auto* dialog = qobject_cast<T*>(window);
+                if (dialog == nullptr || !dialog->isVisible())
+                    continue;
+                ++count;
+                dialog->reject();
+            }
+        });
+        button->click();
+    });
+    button->click();
+    return count;
+}
+
 /// A row of one button, wired.
 inline QPushButton* wiredButton(EventBench& bench, int eleType,
                                 const mod_form_qt::DataVariant& data = {},

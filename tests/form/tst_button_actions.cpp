@@ -86,6 +86,9 @@ private slots:
     void swatchIsAsHighAsTheFont();
     void chosenFontIsStoredAndShown();
     void fontTextNamesFamilyAndSize();
+    void colorButtonBehindItsDialogOpensNoSecondOne();
+    void fontButtonBehindItsDialogOpensNoSecondOne();
+    void colorSetBehindItsDialogIsShownAndTold();
     // under a triggered change
     void triggeredButtonOpensNothing_data();
     void triggeredButtonOpensNothing();
@@ -364,6 +367,47 @@ void tst_button_actions::fontTextNamesFamilyAndSize()
     pixels.setPixelSize(20);
     showFont(&button, pixels);
     QVERIFY2(!button.text().contains("-1"), qPrintable(button.text()));
+}
+
+void tst_button_actions::colorButtonBehindItsDialogOpensNoSecondOne()
+{
+    Bench bench;
+    QPushButton* button =
+        wiredButton(bench, E_COLOR_BUTTON, QVariant(QColor(Qt::red)), A_USE_BEFORE_EVENT);
+    QCOMPARE(dialogsOfTwoClicks<QColorDialog>(button), 1);
+    QCOMPARE(bench.events, Bench::askedAndTold("kBeforeAction", "kAfterAction"));
+    // Once it has gone the button serves again.
+    const Answer<QColorDialog> answer(rejectDialog);
+    click(button);
+    QCOMPARE(answer.answered, 1);
+}
+
+void tst_button_actions::fontButtonBehindItsDialogOpensNoSecondOne()
+{
+    Bench bench;
+    QPushButton* button =
+        wiredButton(bench, E_FONT_BUTTON, QVariant(QApplication::font()), A_USE_BEFORE_EVENT);
+    QCOMPARE(dialogsOfTwoClicks<QFontDialog>(button), 1);
+    QCOMPARE(bench.events, Bench::askedAndTold("kBeforeAction", "kAfterAction"));
+    const Answer<QFontDialog> answer(rejectDialog);
+    click(button);
+    QCOMPARE(answer.answered, 1);
+}
+
+void tst_button_actions::colorSetBehindItsDialogIsShownAndTold()
+{
+    Bench bench;
+    QPushButton* button = wiredButton(bench, E_COLOR_BUTTON, QVariant(QColor(Qt::red)));
+    QStringList events;
+    const Answer<QColorDialog> answer([&](QColorDialog* dialog) {
+        INFO::setData(&bench.map, "value", QColor(Qt::blue), true);
+        events = bench.events;
+        dialog->reject();
+    });
+    click(button);
+    QCOMPARE(answer.answered, 1);
+    QCOMPARE(swatchOf(button), QColor(Qt::blue));
+    QCOMPARE(events, Bench::told() + Bench::told("kAfterAction"));
 }
 
 // ------------------------------------------------------------------ under a triggered change

@@ -22,6 +22,10 @@ private slots:
     void buttonAloneStoresItsPath();
     void pathOfABoundRowReachesItsVariable();
     void pathRowsWithoutKeysStayApart();
+    void buttonBehindItsDialogOpensNoSecondOne_data();
+    void buttonBehindItsDialogOpensNoSecondOne();
+    void buttonOfADialogThatIsBeingLeftOpensNoSecondOne();
+    void otherButtonBehindADialogOpensItsOwn();
 };
 
 void tst_path_buttons::chosenFolderIsStored()
@@ -249,6 +253,68 @@ void tst_path_buttons::pathRowsWithoutKeysStayApart()
     click(alone);
     QCOMPARE(answer.answered, 1);
     QCOMPARE(second.edit->text(), "second");
+}
+
+void tst_path_buttons::buttonBehindItsDialogOpensNoSecondOne_data()
+{
+    QTest::addColumn<int>("eleType");
+    QTest::newRow("folder") << E_BROWSE_FOLDER;
+    QTest::newRow("file to open") << E_BROWSE_FILE_OPEN;
+    QTest::newRow("file to save") << E_BROWSE_FILE_SAVE;
+    QTest::newRow("folder, button alone") << E_BROWSE_FOLDER_BUTTON;
+    QTest::newRow("file to open, button alone") << E_BROWSE_FILE_OPEN_BUTTON;
+    QTest::newRow("file to save, button alone") << E_BROWSE_FILE_SAVE_BUTTON;
+}
+
+void tst_path_buttons::buttonBehindItsDialogOpensNoSecondOne()
+{
+    QFETCH(int, eleType);
+    Bench bench;
+    const PathRow row(bench, eleType, "old", A_USE_BEFORE_EVENT);
+    QCOMPARE(dialogsOfTwoClicks<QFileDialog>(row.button), 1);
+    QCOMPARE(bench.events, Bench::askedAndTold("kBeforeAction", "kAfterAction"));
+    QCOMPARE(bench.map.value("path").toString(), "old");
+    // Once it has gone the button serves again.
+    const Answer<QFileDialog> answer(rejectDialog);
+    row.click();
+    QCOMPARE(answer.answered, 1);
+}
+
+void tst_path_buttons::buttonOfADialogThatIsBeingLeftOpensNoSecondOne()
+{
+    Bench bench;
+    const PathRow row(bench, E_BROWSE_FOLDER, "old");
+    int second = 0;
+    const Answer<QFileDialog> answer([&row, &second](QFileDialog* dialog) {
+        dialog->reject();
+        QTimer::singleShot(0, row.button, [&second] {
+            if (QWidget* open = QApplication::activeModalWidget()) {
+                ++second;
+                open->close();
+            }
+        });
+        row.button->click();
+    });
+    row.click();
+    QCoreApplication::processEvents();
+    QCOMPARE(answer.answered, 1);
+    QCOMPARE(second, 0);
+    QCOMPARE(bench.events, Bench::told("kAfterAction"));
+}
+
+void tst_path_buttons::otherButtonBehindADialogOpensItsOwn()
+{
+    Bench bench;
+    const PathRow first(bench, E_BROWSE_FOLDER, "", A_NONE, {}, "one");
+    const PathRow second(bench, E_BROWSE_FOLDER, "", A_NONE, {}, "two");
+    const Answer<QFileDialog> answer([&second](QFileDialog* dialog) {
+        const Answer<QFileDialog> inner(rejectDialog);
+        second.button->click();
+        QCOMPARE(inner.answered, 1);
+        dialog->reject();
+    });
+    first.click();
+    QCOMPARE(answer.answered, 1);
 }
 
 QTEST_MAIN(tst_path_buttons)
