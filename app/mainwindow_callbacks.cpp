@@ -93,13 +93,15 @@ void MainWindow::runStopAction(CallbackType type)
 
 void MainWindow::runCancelAction(CallbackType type)
 {
-    if (type != kAfterAction || bAccepted)
-        return; // what was handed over is the host's
+    if (type != kAfterAction || bAccepted || bGivenUp)
+        return; // what was handed over is the host's; what was given up is gone already
     if (runTimer->isActive()) {
         StopTimer(CancelClose);
         return;
     }
     close();
+    if (!bGivenUp)
+        return; // another closing is being decided, and a page may still be written behind it
     outFile.close();
     removeExport();
 }

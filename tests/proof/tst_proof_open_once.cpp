@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
 #include <QTimer>
 
 namespace {
@@ -37,6 +38,8 @@ private slots:
     void aButtonBehindItsDialogOpensNoSecondOne_data();
     void aButtonBehindItsDialogOpensNoSecondOne();
     void theEndOfTheSessionBehindABoxOfTheSavingShowsNoSecondOne();
+    void cancellingBehindTheBoxOfAFileThatStaysShowsNoSecondOne();
+    void cancellingBehindARefusedHandOverKeepsTheExport();
 
 private:
     RunFixture m_fixture;
@@ -59,6 +62,8 @@ void tst_proof_open_once::aButtonBehindItsDialogOpensNoSecondOne_data()
                            << "ID-Cache löschen";
     QTest::newRow("replacements") << "'Zahlmethode (kurz)' bearbeiten"
                                   << "'Zahlmethode (kurz)' bearbeiten:";
+    QTest::newRow("folder") << "Ändern..."
+                            << "PDF-Ordner:";
 }
 
 void tst_proof_open_once::aButtonBehindItsDialogOpensNoSecondOne()
@@ -113,6 +118,43 @@ void tst_proof_open_once::theEndOfTheSessionBehindABoxOfTheSavingShowsNoSecondOn
     QTRY_VERIFY(!m_fixture.window->isVisible());
     QCOMPARE(openTitles(), QStringList());
     QVERIFY(m_fixture.folder.savedOptions().contains(QStringLiteral("buchungs_konten")));
+}
+
+void tst_proof_open_once::cancellingBehindTheBoxOfAFileThatStaysShowsNoSecondOne()
+{
+    const QString title = QStringLiteral("Fehler:");
+    const QString blocked = m_fixture.folder.exportFile();
+    QVERIFY(QDir().mkpath(blocked + QStringLiteral("/besetzt")));
+    qsizetype most = 0;
+    bool cancelled = false;
+    m_fixture.answers.whenShown([&](QMessageBox&) {
+        most = qMax(most, openTitles().count(title));
+        if (!cancelled) {
+            cancelled = true;
+            m_fixture.window->runCancelAction(mod_form_qt::kAfterAction);
+        }
+    });
+    m_fixture.window->close();
+    QVERIFY(QDir(blocked).removeRecursively());
+    QVERIFY(cancelled);
+    QCOMPARE(most, 1);
+    QTRY_VERIFY(!m_fixture.window->isVisible());
+}
+
+void tst_proof_open_once::cancellingBehindARefusedHandOverKeepsTheExport()
+{
+    // The hand-over is refused for want of the secrets.
+    m_fixture.window->Reset();
+    bool cancelled = false;
+    m_fixture.answers.whenShown([&](QMessageBox&) {
+        cancelled = true;
+        m_fixture.window->runCancelAction(mod_form_qt::kAfterAction);
+    });
+    m_fixture.okButton()->click();
+    QVERIFY(cancelled);
+    QVERIFY(m_fixture.window->isVisible());
+    QVERIFY(m_fixture.window->outFile.isOpen());
+    QVERIFY(QFile::exists(m_fixture.folder.exportFile()));
 }
 
 LEDORA_APP_TEST_MAIN(tst_proof_open_once)
