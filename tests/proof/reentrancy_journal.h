@@ -10,9 +10,9 @@ namespace proof {
 class Journal
 {
 public:
-    /// Forgets the road before. From now on the process may take that many seconds of the
-    /// processor's time till the next call; then it is ended.
-    static void begin(quint32 seed, unsigned seconds);
+    /// Forgets the road before. From now on the process may take some minutes of the processor's
+    /// time till the next call; then it is ended.
+    static void begin(quint32 seed);
     static void add(const QString& line);
     static QByteArray text();
     /// No road is under way, so nothing is written and no time runs.

@@ -23,12 +23,6 @@ const int iNeverMs = 3600000;
 const int iMostTicks = 300;
 const int iMostLeaves = 8;
 
-#if defined(__SANITIZE_ADDRESS__)
-const unsigned roadSeconds = 240;
-#else
-const unsigned roadSeconds = 120;
-#endif
-
 int level()
 {
     return QThread::currentThread()->loopLevel();
@@ -76,7 +70,7 @@ Road::Road(FaultRun& run, const ReferenceExport& reference, Tally& tally, quint3
     , m_dice(seed)
     , m_user(run.fixture, m_dice)
 {
-    Journal::begin(seed, roadSeconds);
+    Journal::begin(seed);
     qApp->installEventFilter(this);
     m_run.fixture.answers.whenShown(
         [this](QMessageBox& box) { m_run.fixture.answers.hold(box.windowTitle()); });
@@ -97,15 +91,15 @@ RoadStart Road::draw(bool canFailForGood)
     RoadStart start;
     start.savedAddress = m_dice.chance(50);
     start.forgetSecrets = m_dice.chance(30);
-    start.credentials = m_dice.chance(85);
+    start.credentials = m_dice.chance(80);
     start.b2c = m_dice.chance(85);
-    start.blockedExport = m_dice.chance(4);
+    start.blockedExport = m_dice.chance(7);
     const int phase = m_dice.below(int(FaultRun::phases().size()));
     const int roll = m_dice.below(100);
     if (roll < 12) {
         start.faultPhase = phase;
         start.faults = 1;
-    } else if (roll < 20 && canFailForGood) {
+    } else if (roll < 24 && canFailForGood) {
         start.faultPhase = phase;
         // All three passes fail, or the last of them only.
         start.failedPasses = m_dice.chance(70) ? 2 : 0;
@@ -264,6 +258,8 @@ void Road::leave()
         ++m_steps;
         stepSoon(); // while the closing waits for the secret store
     }
+    if (m_dice.chance(60))
+        ++m_steps; // in a box that says what is missing
     if (m_user.can(way)) {
         ++m_steps;
         stepAs(way);
@@ -283,9 +279,12 @@ demo_shop::Fault Road::onRequest(const demo_shop::ShopRequest& request)
     }
     observe();
 
-    // Most requests ask for the invoices of one more order.
+    // Most requests ask for the invoices of one more order, and few runs get as far as the last
+    // page.
     const bool many = name == QLatin1String("request of invoices");
-    if (m_steps > 0 && m_dice.chance(many ? 2 : 35)) {
+    const bool late =
+        name.endsWith(QLatin1String("page 2")) || name == QLatin1String("request of refunds");
+    if (m_steps > 0 && m_dice.chance(many ? 2 : late ? 70 : 35)) {
         for (int count = 1 + m_dice.below(2); count > 0; --count) {
             if (m_dice.chance(50))
                 step(); // while the answer is still to come
@@ -341,6 +340,9 @@ void Road::onDialogShown(QDialog* dialog)
 void Road::onQuestion()
 {
     ++m_tally.questions;
+    // By then most roads have no step left.
+    if (m_askedAt.first < 0)
+        m_steps += m_dice.below(3);
     const QPair<int, int> now {m_runs, window()->iPageRetries};
     if (m_askedAt == now)
         fail(QStringLiteral("asked twice about one run"));
@@ -360,7 +362,9 @@ void Road::enterDialog(const QPointer<QDialog>& dialog)
     while (!m_loops.empty() && m_loops.back().level >= level())
         m_loops.pop_back();
     m_loops.push_back({level(), nameOfDialog(*dialog), false});
-    turnOf(dialog, m_steps > 0 ? m_dice.below(4) : 0);
+    const bool rare = m_loops.back().name.startsWith(QLatin1String("box Fehler:"));
+    const int steps = rare ? 1 + m_dice.below(3) : m_dice.below(4);
+    turnOf(dialog, m_steps > 0 ? steps : 0);
 }
 
 void Road::turnOf(const QPointer<QDialog>& dialog, int steps)
@@ -373,6 +377,9 @@ void Road::turnOf(const QPointer<QDialog>& dialog, int steps)
         const QString answer = m_user.answer(*dialog);
         Journal::add(QLatin1String("  was ") + answer);
         observe();
+        // What can't be chosen is told in a box, and the dialog stays.
+        if (dialog && dialog->isVisible())
+            post([this, dialog] { turnOf(dialog, 0); });
         return;
     }
     if (!covered)
@@ -393,8 +400,9 @@ void Road::step()
 {
     if (!m_walking || m_steps <= 0)
         return;
-    // What can't be done at the moment is no step.
-    for (int attempt = 0; attempt < 20; ++attempt) {
+    // What can't be done at the moment is no step. Before there is a window that is nearly all.
+    const int attempts = window() ? 20 : 100;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
         const Step kind = m_user.draw();
         // Some at least are to see the end of a run.
         if (m_steps > 3 && endsTheProgram(kind) && m_dice.chance(60))
@@ -512,6 +520,8 @@ void Road::checkEnd()
     } else if (!m_handOver.inPass) {
         if (bytes != m_handOver.bytes || bytes.isNull() != m_handOver.bytes.isNull())
             fail(QStringLiteral("the export has changed since it was handed over"));
+        if (state == ReferenceExport::FirstPage && !m_handOver.stopped)
+            fail(QStringLiteral("handed over without its second page"));
     } else {
         // The pass that was under way still writes its page, which is the last one.
         const bool asItShould = failedRun ? state == ReferenceExport::Empty

@@ -4,6 +4,7 @@
 #include "tests/app/form_page.h"
 
 #include <QApplication>
+#include <QGroupBox>
 #include <QPlainTextEdit>
 #include <QSessionManager>
 #include <QTextEdit>
@@ -11,6 +12,7 @@
 #include <QTimerEvent>
 #include <QtTest>
 
+#include <algorithm>
 #include <array>
 #include <numeric>
 
@@ -34,17 +36,19 @@ constexpr std::array kinds = {
     Kind {Step::ReplacementsButton, "replacements button", 12, "'Zahlmethode (kurz)' bearbeiten"},
     Kind {Step::CacheButton, "cache button", 12, "Löschen"},
     Kind {Step::HelpButton, "help button", 4, "Hilfe"},
+    Kind {Step::FolderButton, "folder button", 12, "Ändern..."},
+    Kind {Step::GroupHeading, "group heading", 4, nullptr},
     Kind {Step::SecretField, "secret field", 10, nullptr},
     Kind {Step::AddressField, "address field", 2, nullptr},
     Kind {Step::KontoFields, "account fields", 10, nullptr},
     Kind {Step::Escape, "Escape", 5, nullptr},
-    Kind {Step::EscapeBehind, "Escape behind a dialog", 2, nullptr},
+    Kind {Step::EscapeBehind, "Escape behind a dialog", 5, nullptr},
     Kind {Step::CloseWindow, "window closed", 3, nullptr},
     Kind {Step::SessionEnd, "end of session", 3, nullptr},
     Kind {Step::RunTick, "tick of runTimer", 40, nullptr},
-    Kind {Step::WaitTick, "tick of waitTimer", 12, nullptr},
+    Kind {Step::WaitTick, "tick of waitTimer", 30, nullptr},
     Kind {Step::Restart, "restart by code", 6, nullptr},
-    Kind {Step::HostCancel, "cancel by code", 2, nullptr},
+    Kind {Step::HostCancel, "cancel by code", 4, nullptr},
 };
 
 const Kind& kindOf(Step step)
@@ -77,6 +81,14 @@ void pressEscape(QWidget* target)
 const char* nameOf(Step step)
 {
     return kindOf(step).name;
+}
+
+QStringList namesOfSteps()
+{
+    QStringList names;
+    for (const Kind& kind : kinds)
+        names.append(QString::fromLatin1(kind.name));
+    return names;
 }
 
 bool endsTheProgram(Step step)
@@ -114,6 +126,15 @@ QPushButton* User::buttonOf(Step step) const
     return text && window() ? FormPage(*window()).button(QString::fromUtf8(text)) : nullptr;
 }
 
+QGroupBox* User::heading() const
+{
+    // One group can be folded, that of the shop's address.
+    const auto groups = window()->findChildren<QGroupBox*>();
+    const auto found = std::find_if(groups.begin(), groups.end(),
+                                    [](const QGroupBox* group) { return group->isCheckable(); });
+    return found == groups.end() ? nullptr : *found;
+}
+
 bool User::can(Step step) const
 {
     if (step == Step::SessionEnd)
@@ -135,10 +156,15 @@ bool User::can(Step step) const
         return window()->isVisible() && QApplication::activeModalWidget();
     case Step::Restart:
         return true;
+    case Step::GroupHeading:
+        return heading() && heading()->isVisible();
     case Step::SecretField:
-    case Step::AddressField:
-    case Step::KontoFields:
+    case Step::AddressField: {
         // A form that is being closed has let go of them.
+        const QLineEdit* address = FormPage(*window()).line(QStringLiteral("mainurl"));
+        return address && address->isVisible();
+    }
+    case Step::KontoFields:
         return window()->isVisible() && FormPage(*window()).line(QStringLiteral("mainurl"));
     default:
         return window()->isVisible();
@@ -152,6 +178,9 @@ void User::perform(Step step)
         return;
     }
     switch (step) {
+    case Step::GroupHeading:
+        QTest::keyClick(heading(), Qt::Key_Space);
+        break;
     case Step::SecretField:
         type(m_dice.chance(50) ? keyNameAPI : keyNameSECRET,
              m_dice.chance(15) ? QString() : QStringLiteral("typed%1").arg(m_dice.below(1000)));
@@ -205,6 +234,8 @@ void User::mendAddress() const
 {
     if (can(Step::AddressField))
         type(QStringLiteral("mainurl"), m_fixture.shop.baseUrl());
+    else if (can(Step::GroupHeading))
+        QTest::keyClick(heading(), Qt::Key_Space);
 }
 
 void User::chooseB2c() const

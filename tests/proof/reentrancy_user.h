@@ -4,6 +4,9 @@
 #include "tests/proof/reentrancy_dice.h"
 
 #include <QDialog>
+#include <QStringList>
+
+class QGroupBox;
 
 namespace proof {
 
@@ -17,6 +20,8 @@ enum class Step {
     ReplacementsButton,
     CacheButton,
     HelpButton,
+    FolderButton,
+    GroupHeading,
     SecretField,
     AddressField,
     KontoFields,
@@ -31,6 +36,7 @@ enum class Step {
 };
 
 const char* nameOf(Step step);
+QStringList namesOfSteps();
 /// Whether a step may end the program, with the export or without it.
 bool endsTheProgram(Step step);
 
@@ -53,7 +59,7 @@ public:
     /// Ends a message box or a dialog by one of its buttons, by Escape or by its own close button.
     /// \return what was done, for the journal
     QString answer(QDialog& dialog);
-    /// Puts the shop's address back into its field.
+    /// Puts the shop's address back into its field, or shows that first where it is folded away.
     void mendAddress() const;
     /// Chooses what the start button's checks ask for.
     void chooseB2c() const;
@@ -62,6 +68,8 @@ private:
     MainWindow* window() const { return m_fixture.window.get(); }
 
     QPushButton* buttonOf(Step step) const;
+    /// Folds away what stands below it, and shows it again.
+    QGroupBox* heading() const;
     void type(const QString& key, const QString& text) const;
     void changeKonto();
 
