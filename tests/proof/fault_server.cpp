@@ -32,6 +32,13 @@ WireRequest requestOf(const QByteArray& head)
         request.target.remove(0, request.target.indexOf('/', scheme.size()));
     request.host = headerOf(head, "host");
     request.authorization = headerOf(head, "authorization");
+    QList<QByteArray> lines = head.split('\n');
+    // One alone: a second has no business there.
+    const auto own = std::ranges::find_if(
+        lines, [](const QByteArray& line) { return line.toLower().startsWith("authorization:"); });
+    if (own != lines.end())
+        lines.erase(own);
+    request.rest = lines.join('\n');
     return request;
 }
 

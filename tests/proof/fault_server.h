@@ -19,6 +19,7 @@ struct WireRequest
     QByteArray target; ///< path and query
     QByteArray host;
     QByteArray authorization;
+    QByteArray rest; ///< the head as it came, without the line of the authorization
 };
 
 /// A server that writes its answers byte by byte, since most of what it is to do is no HTTP.

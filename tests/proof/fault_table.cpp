@@ -86,14 +86,14 @@ const QList<FaultRow>& faultRows()
 const QList<FaultPhase>& faultPhases()
 {
     static const QList<FaultPhase> phases {
-        {"first request", "/taxes?per_page=100&page=1&", ""},
-        {"tax rates", "/taxes?per_page=100&page=2&", "/taxes?per_page=100&page=1&"},
-        {"orders, page 1", "refunded&page=1&", "/taxes?per_page=100&page=2&"},
-        {"product", "/products/11", "/orders/2/invoices"},
-        {"invoice list", "/orders/3/invoices", "/products/11"},
-        {"orders, page 2", "refunded&page=2&", "/orders/100/invoices"},
-        {"refunds", "/orders/101/refunds", "/orders/101/invoices"},
-        {"invoice file", "/file/103", "/orders/103/invoices"},
+        {"first request", "/taxes?per_page=100&page=1&", "", 1},
+        {"tax rates", "/taxes?per_page=100&page=2&", "/taxes?per_page=100&page=1&", 1},
+        {"orders, page 1", "refunded&page=1&", "/taxes?per_page=100&page=2&", 1},
+        {"product", "/products/11", "/orders/2/invoices", 1},
+        {"invoice list", "/orders/3/invoices", "/products/11", 1},
+        {"orders, page 2", "refunded&page=2&", "/orders/100/invoices", 2},
+        {"refunds", "/orders/101/refunds", "/orders/101/invoices", 2},
+        {"invoice file", "/file/103", "/orders/103/invoices", 2},
     };
     return phases;
 }

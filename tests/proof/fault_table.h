@@ -62,6 +62,8 @@ struct FaultPhase
     const char* part;
     /// The same for the request before it, empty for the first.
     const char* before;
+    /// The page of orders that the run is at with it.
+    int page;
 };
 
 const QList<FaultRow>& faultRows();

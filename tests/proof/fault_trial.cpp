@@ -19,9 +19,11 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int kAttempts = 9;
-constexpr auto kOutage = 1000ms;
+// The page after it is asked for with the next tick, up to a second later. The attempts of a page
+// last longer than either.
+constexpr auto kOutage = 2000ms;
 // The first tick comes a second after the click.
-constexpr auto kOutageFromTheStart = 2000ms;
+constexpr auto kOutageFromTheStart = 4000ms;
 const QString kMainWindow = QStringLiteral("MainWindow");
 const QString kQuestion = QStringLiteral("Beendet:");
 const QString kError = QStringLiteral("Fehler:");
@@ -195,9 +197,7 @@ bool FaultTrial::answerBox(const ScreenWindow& box, ScreenReader& reader)
     if (!touched.hasExpired())
         return true;
     const bool isError = box.title == kError;
-    if (isError
-        && reader.text(m_program.pid(), kError, QStringLiteral("nach 3 Versuchen fehlgeschlagen"))
-               .isEmpty())
+    if (isError && !readError(reader))
         return true;
     const bool isYes = m_plan.isAccepted && m_untilClose.isForever();
     const QString button = isError ? QStringLiteral("OK")
@@ -208,6 +208,21 @@ bool FaultTrial::answerBox(const ScreenWindow& box, ScreenReader& reader)
         ++(isError ? m_boxes : m_questions);
     }
     return true;
+}
+
+/// \return  true if the box tells what it has to; false too if its text is not there yet
+bool FaultTrial::readError(ScreenReader& reader)
+{
+    const QString said =
+        reader.text(m_program.pid(), kError, QStringLiteral("nach 3 Versuchen fehlgeschlagen"));
+    if (said.isEmpty())
+        return false;
+    const int page = m_plan.phase ? m_plan.phase->page : 0;
+    if (said.contains(
+            QStringLiteral("Export auf Seite %1 nach 3 Versuchen fehlgeschlagen").arg(page)))
+        return true;
+    fail(QStringLiteral("The box says: ") + said);
+    return false;
 }
 
 void FaultTrial::begin(const ScreenWindow& main, ScreenReader& reader)

@@ -98,6 +98,7 @@ private:
     void giveTime();
 
     bool answerBox(const ScreenWindow& box, ScreenReader& reader);
+    bool readError(ScreenReader& reader);
     void begin(const ScreenWindow& main, ScreenReader& reader);
     void close(const ScreenWindow& main);
     bool isDone() const;

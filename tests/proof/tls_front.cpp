@@ -25,6 +25,7 @@ void TlsFront::setIdentity(const ServerIdentity& identity)
     const auto sockets = m_server.findChildren<QSslSocket*>();
     for (QSslSocket* socket : sockets)
         socket->abort();
+    m_received.clear();
 }
 
 void TlsFront::takeConnection()

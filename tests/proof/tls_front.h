@@ -22,7 +22,7 @@ public:
     /// Shows another certificate from now on, and drops the connections that know the old one.
     void setIdentity(const ServerIdentity& identity);
 
-    /// Everything that clients have sent, decrypted.
+    /// Everything that clients have sent since the certificate was set, decrypted.
     QByteArray received() const { return m_received; }
 
     /// Connections on which a client began to speak TLS.

@@ -53,6 +53,10 @@ public:
 
     bool leftLock() const { return m_leftLock; }
 
+    /// The question came up while the last page was being fetched, which it may: that page is
+    /// written once the question is answered.
+    bool wasInPass() const { return m_wasInPass; }
+
     KillMoment moment() const { return m_moment; }
 
 private:
@@ -75,6 +79,7 @@ private:
     qsizetype m_pages = -1;
     bool m_isMissed = false;
     bool m_leftLock = false;
+    bool m_wasInPass = false;
 };
 
 bool KillTrial::begin(const KillMoment& moment)
@@ -82,6 +87,7 @@ bool KillTrial::begin(const KillMoment& moment)
     m_moment = moment;
     m_problem.clear();
     m_isMissed = false;
+    m_wasInPass = false;
     m_requests = 0;
     m_phase = BeforeKill;
     m_stand.shop().clearRequests();
@@ -144,6 +150,9 @@ QString KillTrial::exportProblem(const QByteArray& exported)
     if (m_pages < 0)
         return QStringLiteral("an export of %1 bytes that is cut inside a page")
             .arg(exported.size());
+    const qsizetype all = m_whole.pages.size() - 1;
+    if (m_moment.kind == KillMoment::Question && !m_wasInPass && m_pages != all)
+        return QStringLiteral("%1 of %2 pages at the question").arg(m_pages).arg(all);
     // A page is there once the next one is asked for, and not before its own requests are made.
     const qsizetype next = m_pages + 1;
     if ((m_pages > 0 && m_requests < m_whole.requests.at(m_pages))
@@ -209,6 +218,8 @@ void KillTrial::step()
         fail(m_stand.problem() + m_stand.box());
     } else if (m_stand.state() == RunStand::Answered && m_phase == BeforeKill
                && m_moment.kind == KillMoment::Question) {
+        // Looked at again until it has gone.
+        m_wasInPass = m_wasInPass || m_requests < m_whole.requests.constLast();
         m_hunter->killAfter(m_moment.delay);
     } else if (m_stand.state() == RunStand::Ended && m_phase == BeforeKill) {
         m_hunter.reset();
@@ -255,6 +266,7 @@ private:
     QMap<qsizetype, int> m_pages;
     QStringList m_problems;
     int m_locks = 0;
+    int m_inPass = 0;
     int m_missed = 0;
 };
 
@@ -335,6 +347,7 @@ void tst_proof_kill::takeResult(const KillTrial& trial, QList<KillMoment>& waiti
     ++m_kills.at(trial.moment().kind);
     ++m_pages[trial.pagesLeft()];
     m_locks += trial.leftLock() ? 1 : 0;
+    m_inPass += trial.wasInPass() ? 1 : 0;
 }
 
 void tst_proof_kill::report(int wanted) const
@@ -353,7 +366,8 @@ void tst_proof_kill::report(int wanted) const
             + "=" + std::to_string(page.value());
     proof::report("kill: moments wanted=" + std::to_string(wanted) + " tried="
                   + std::to_string(tried) + " ok=" + std::to_string(tried - m_problems.size())
-                  + kinds + pages + " lock_files=" + std::to_string(m_locks)
+                  + kinds + pages + " question_in_a_pass=" + std::to_string(m_inPass)
+                  + " lock_files=" + std::to_string(m_locks)
                   + " missed=" + std::to_string(m_missed));
 }
 

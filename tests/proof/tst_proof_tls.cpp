@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <memory>
 #include <unistd.h>
+#include <utility>
 
 using proof::RunStand;
 using proof::ServerIdentity;
@@ -43,6 +44,13 @@ QStringList withTrust(const QString& folder)
     return words;
 }
 
+/// Where a plain shop on the same host comes in.
+enum class Redirect {
+    None,
+    ToPlain, ///< asked for the tax rates, the server leads on to http
+    FromPlain ///< the address is one with http, where everything is led on to the server
+};
+
 struct TlsCase
 {
     const char* name;
@@ -52,7 +60,28 @@ struct TlsCase
     bool byName = false; ///< asked for as localhost
     /// What the server shows from the second page on; nothing else if empty.
     ServerIdentity later = {};
+    Redirect redirect = Redirect::None;
 };
+
+demo_shop::ShopAnswer redirectTo(const QString& address, const demo_shop::ShopRequest& request)
+{
+    demo_shop::ShopAnswer answer;
+    answer.status = 302;
+    answer.headers = {{"Location", address.toUtf8() + request.rawTarget}};
+    return answer;
+}
+
+/// What a server was asked for, in order. The toolkit asks anew by itself where it has just closed
+/// the connection, so what follows itself counts once.
+QList<QByteArray> targetsOf(const demo_shop::ShopServer& shop)
+{
+    QList<QByteArray> targets;
+    for (const demo_shop::ShopRequest& request : shop.requests()) {
+        if (targets.isEmpty() || targets.constLast() != request.rawTarget)
+            targets.append(request.rawTarget);
+    }
+    return targets;
+}
 
 /// One case with a program of its own.
 class TlsTrial
@@ -66,6 +95,9 @@ public:
 
     const proof::TlsFront& front() const { return *m_front; }
 
+    /// Another server of the same host, which speaks no TLS.
+    const demo_shop::ShopServer& plain() const { return m_plain; }
+
     QString address() const { return m_address; }
 
     bool begin();
@@ -78,7 +110,9 @@ private:
     demo_shop::ShopServer::Handler m_handler;
     QString m_address;
     RunStand m_stand;
+    demo_shop::ShopServer m_plain;
     std::unique_ptr<proof::TlsFront> m_front;
+    bool m_isChanged = false;
 };
 
 TlsTrial::TlsTrial(TlsCase what, const demo_shop::ShopServer::Handler& handler,
@@ -86,21 +120,34 @@ TlsTrial::TlsTrial(TlsCase what, const demo_shop::ShopServer::Handler& handler,
     : m_case(std::move(what))
     , m_handler(handler)
     , m_stand([this](const demo_shop::ShopRequest& request) { return answer(request); })
+    // It answers as the shop does, so that nothing but the program's own care keeps it out.
+    , m_plain(handler)
     , m_front(std::make_unique<proof::TlsFront>(m_case.identity,
                                                 quint16(QUrl(m_stand.shop().baseUrl()).port())))
 {
     m_address = QStringLiteral("https://%1:%2")
                     .arg(m_case.byName ? QStringLiteral("localhost") : QStringLiteral("127.0.0.1"),
                          QString::number(m_front->port()));
+    if (m_case.redirect != Redirect::None && !m_plain.listen())
+        qFatal("The plain shop can't listen.");
+    if (m_case.redirect == Redirect::FromPlain) {
+        m_plain.setHandler([front = m_address](const demo_shop::ShopRequest& request) {
+            return redirectTo(front, request);
+        });
+        m_address = m_plain.baseUrl();
+    }
     if (m_case.isTrusted)
         m_stand.setWrapper(withTrust(trust));
 }
 
 demo_shop::ShopAnswer TlsTrial::answer(demo_shop::ShopRequest request)
 {
+    if (m_case.redirect == Redirect::ToPlain && request.path.endsWith(QLatin1String("/v3/taxes")))
+        return redirectTo(m_plain.baseUrl(), request);
     // The links of its answers lead through the front.
     request.baseUrl = m_address;
-    if (m_case.later.isValid() && request.path.endsWith(QLatin1String("/v3/orders"))) {
+    if (m_case.later.isValid() && request.path.endsWith(QLatin1String("/v3/orders"))
+        && !std::exchange(m_isChanged, true)) {
         // Not from within: the request is on one of the connections that go.
         QMetaObject::invokeMethod(
             m_front.get(), [this] { m_front->setIdentity(m_case.later); }, Qt::QueuedConnection);
@@ -146,6 +193,7 @@ private:
     void judge(TlsTrial& trial);
     void judgeAccepted(TlsTrial& trial);
     void judgeRefused(TlsTrial& trial);
+    void judgeRefusedRedirect(TlsTrial& trial);
     void leave(TlsTrial& trial);
 
     const StartFolder& m_folder;
@@ -173,6 +221,13 @@ QList<TlsCase> tst_proof_tls::cases()
         {"expired", expired},
         {"self-signed", m_authority.selfSigned(here)},
         {"another host's", m_authority.identity({elsewhere})},
+        {"https, redirected to http of the same host",
+         good,
+         false,
+         true,
+         false,
+         {},
+         Redirect::ToPlain},
     };
     if (!proof::isFull())
         return list;
@@ -188,7 +243,14 @@ QList<TlsCase> tst_proof_tls::cases()
          << TlsCase {"not yet valid", m_authority.identity({here, 2, 30})}
          << TlsCase {"another host's, asked for by name", m_authority.identity({elsewhere}), false,
                      true, true}
-         << TlsCase {"good at first, expired later", good, false, true, false, expired};
+         << TlsCase {"good at first, expired later", good, false, true, false, expired}
+         << TlsCase {"http, redirected to https with a good certificate",
+                     good,
+                     true,
+                     true,
+                     false,
+                     {},
+                     Redirect::FromPlain};
     return list;
 }
 
@@ -200,24 +262,46 @@ void tst_proof_tls::judgeAccepted(TlsTrial& trial)
             || trial.front().received().contains("Authorization: " + run_setup::authorization()));
     QCOMPARE(qsizetype(trial.stand().shop().requests().size()),
              qsizetype(m_whole.requests.constLast()));
+    if (trial.what().redirect == Redirect::FromPlain)
+        QCOMPARE(targetsOf(trial.plain()), targetsOf(trial.stand().shop()));
+}
+
+/// The server itself is trusted, and so are its answers; where they lead is not.
+void tst_proof_tls::judgeRefusedRedirect(TlsTrial& trial)
+{
+    const auto requests = trial.stand().shop().requests();
+    QCOMPARE(requests.size(), 9);
+    for (const auto& request : requests) {
+        QVERIFY2(request.path.endsWith(QLatin1String("/v3/taxes")), qPrintable(request.path));
+        QCOMPARE(request.authorization, run_setup::authorization());
+    }
+    QVERIFY(trial.plain().requests().isEmpty());
+    QCOMPARE(trial.plain().connectionCount(), 0);
 }
 
 void tst_proof_tls::judgeRefused(TlsTrial& trial)
 {
     RunStand& stand = trial.stand();
     QVERIFY2(stand.state() == RunStand::Refused, qPrintable(stand.problem() + stand.output()));
+    const bool isRedirect = trial.what().redirect == Redirect::ToPlain;
     const QString box = stand.box();
-    QVERIFY2(box.startsWith(QLatin1String("Export auf Seite 1 nach 3 Versuchen fehlgeschlagen:\n"
-                                          "Netzwerkfehler nach 3 Versuchen: SSL handshake failed")),
-             qPrintable(box));
+    const QString expected = QStringLiteral("Export auf Seite 1 nach 3 Versuchen fehlgeschlagen:\n"
+                                            "Netzwerkfehler nach 3 Versuchen: ")
+        + (isRedirect ? QStringLiteral("Operation canceled")
+                      : QStringLiteral("SSL handshake failed"));
+    QVERIFY2(box.startsWith(expected), qPrintable(box));
     // Emptied once the box is closed.
     QTRY_COMPARE_WITH_TIMEOUT(stand.exported(trial.address()), QByteArray(""), 10000);
+    if (isRedirect) {
+        judgeRefusedRedirect(trial);
+        return;
+    }
+    QCOMPARE(trial.front().received(), QByteArray());
     if (trial.what().later.isValid()) {
         QVERIFY(!stand.shop().requests().isEmpty());
         return;
     }
     QCOMPARE(trial.front().attempts(), 9);
-    QCOMPARE(trial.front().received(), QByteArray());
     QVERIFY(stand.shop().requests().isEmpty());
 }
 
