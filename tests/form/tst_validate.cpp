@@ -1,5 +1,6 @@
 #include "tests/form/validation_bench.h"
 
+#include <QPushButton>
 #include <QTest>
 
 using namespace mod_form_qt;
@@ -28,6 +29,7 @@ private slots:
     void aFieldOnAPageThatIsNotShowingIsNotValidated();
     void labelsAreNoFields();
     void aWidgetThatIsGoneIsPassedOver();
+    void aBoxCanBeAnsweredWhoseParentIsDisabledMeanwhile();
 
 private:
     QScopedPointer<ValidationBench> m_bench;
@@ -202,6 +204,21 @@ void tst_validate::aWidgetThatIsGoneIsPassedOver()
 {
     delete m_bench->form.add<QLineEdit>(E_LINEEDIT, "a", {}, rules({{"required", true}}));
     QCOMPARE(m_bench->failure(), "");
+}
+
+void tst_validate::aBoxCanBeAnsweredWhoseParentIsDisabledMeanwhile()
+{
+    m_bench->form.add<QLineEdit>(E_LINEEDIT, "a", {}, rules({{"required", true}}));
+    auto* button = new QPushButton(&m_bench->form.window);
+    QVERIFY(m_bench->form.show());
+    bool answerable = false;
+    m_bench->answers.whenShown([&](QMessageBox& box) {
+        button->setEnabled(false);
+        answerable = box.isEnabled() && box.button(QMessageBox::Ok)->isEnabled();
+        button->setEnabled(true);
+    });
+    QVERIFY(!INFO::validateInput(button, &m_bench->form.map));
+    QVERIFY(answerable);
 }
 
 QTEST_MAIN(tst_validate)

@@ -377,6 +377,10 @@ void Road::turnOf(const QPointer<QDialog>& dialog, int steps)
         const QString answer = m_user.answer(*dialog);
         Journal::add(QLatin1String("  was ") + answer);
         observe();
+        if (dialog && dialog->isVisible() && !dialog->isEnabled()) {
+            fail(QLatin1String("can't be answered: ") + nameOfDialog(*dialog));
+            dialog->setEnabled(true);
+        }
         // What can't be chosen is told in a box, and the dialog stays.
         if (dialog && dialog->isVisible())
             post([this, dialog] { turnOf(dialog, 0); });
