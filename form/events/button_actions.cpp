@@ -6,6 +6,7 @@
 #include "form/model/info_option.h"
 #include "form/values/row_value.h"
 #include "form/values/trigger_emit.h"
+#include "form/widgets/answerable.h"
 
 #include <QColorDialog>
 #include <QDesktopServices>
@@ -260,7 +261,10 @@ const RowAction* actionOf(const INFO& row)
 bool runAction(const Click& click)
 {
     const RowAction* action = actionOf(click.row->row);
-    return action == nullptr || action->run(click);
+    if (action == nullptr)
+        return true;
+    const AnswerableDialogs answerable(click.button);
+    return action->run(click);
 }
 
 /// True while the dialog of an earlier click is open. Assistive technology can press the button

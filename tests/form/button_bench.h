@@ -35,6 +35,22 @@ inline void rejectDialog(QDialog* dialog)
     dialog->reject();
 }
 
+/// Presses a button and disables it while the dialog of class T is open which that opens.
+/// \return  whether the dialog could be answered then
+template <typename T>
+bool answerableBehindDisabled(QPushButton* button)
+{
+    bool answerable = false;
+    const Answer<T> answer([&answerable, button](T* dialog) {
+        button->setEnabled(false);
+        answerable = dialog->isEnabled();
+        button->setEnabled(true);
+        dialog->reject();
+    });
+    button->click();
+    return answerable;
+}
+
 /// Presses a button, and once more behind the dialog of class T which that opens, as assistive
 /// technology can; then ends the dialog.
 /// \return  how many stood there

@@ -89,6 +89,7 @@ private slots:
     void colorButtonBehindItsDialogOpensNoSecondOne();
     void fontButtonBehindItsDialogOpensNoSecondOne();
     void colorSetBehindItsDialogIsShownAndTold();
+    void dialogsCanBeAnsweredWhoseButtonIsDisabledMeanwhile();
     // under a triggered change
     void triggeredButtonOpensNothing_data();
     void triggeredButtonOpensNothing();
@@ -408,6 +409,16 @@ void tst_button_actions::colorSetBehindItsDialogIsShownAndTold()
     QCOMPARE(answer.answered, 1);
     QCOMPARE(swatchOf(button), QColor(Qt::blue));
     QCOMPARE(events, Bench::told() + Bench::told("kAfterAction"));
+}
+
+void tst_button_actions::dialogsCanBeAnsweredWhoseButtonIsDisabledMeanwhile()
+{
+    Bench colors;
+    const QVariant red = QColor(Qt::red);
+    QVERIFY(answerableBehindDisabled<QColorDialog>(wiredButton(colors, E_COLOR_BUTTON, red)));
+    Bench fonts;
+    const QVariant font = QApplication::font();
+    QVERIFY(answerableBehindDisabled<QFontDialog>(wiredButton(fonts, E_FONT_BUTTON, font)));
 }
 
 // ------------------------------------------------------------------ under a triggered change

@@ -26,6 +26,8 @@ private slots:
     void buttonBehindItsDialogOpensNoSecondOne();
     void buttonOfADialogThatIsBeingLeftOpensNoSecondOne();
     void otherButtonBehindADialogOpensItsOwn();
+    void dialogCanBeAnsweredWhoseButtonIsDisabledMeanwhile_data();
+    void dialogCanBeAnsweredWhoseButtonIsDisabledMeanwhile();
 };
 
 void tst_path_buttons::chosenFolderIsStored()
@@ -315,6 +317,19 @@ void tst_path_buttons::otherButtonBehindADialogOpensItsOwn()
     });
     first.click();
     QCOMPARE(answer.answered, 1);
+}
+
+void tst_path_buttons::dialogCanBeAnsweredWhoseButtonIsDisabledMeanwhile_data()
+{
+    buttonBehindItsDialogOpensNoSecondOne_data();
+}
+
+void tst_path_buttons::dialogCanBeAnsweredWhoseButtonIsDisabledMeanwhile()
+{
+    QFETCH(int, eleType);
+    Bench bench;
+    const PathRow row(bench, eleType, "old");
+    QVERIFY(answerableBehindDisabled<QFileDialog>(row.button));
 }
 
 QTEST_MAIN(tst_path_buttons)
