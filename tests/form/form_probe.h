@@ -57,10 +57,12 @@ inline void onceModal(QObject* context, const std::function<void(QWidget*)>& act
     timer->start(5);
 }
 
-/// Ends whatever runs modally for too long, so that a test fails instead of hanging.
-inline void endModalAfter(QObject* context, int milliseconds)
+/// Ends whatever runs modally for too long, so that a test fails instead of hanging. Under memcheck
+/// on a busy machine a form alone takes many seconds.
+inline void endStuckModals(QObject* context)
 {
-    QTimer::singleShot(milliseconds, context, [] {
+    constexpr int patience = 60 * 1000; // milliseconds
+    QTimer::singleShot(patience, context, [] {
         qWarning("A window would not close.");
         while (QWidget* window = QApplication::activeModalWidget()) {
             if (auto* dialog = qobject_cast<QDialog*>(window))

@@ -135,7 +135,7 @@ protected:
     {
         m_asked = false;
         QObject life;
-        endModalAfter(&life, 20000);
+        endStuckModals(&life);
         onceModal(&life, [&](QWidget* window) {
             const QPointer<QDialog> guard = qobject_cast<QDialog*>(window);
             QVERIFY(guard);

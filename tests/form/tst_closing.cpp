@@ -94,7 +94,7 @@ void tst_closing::init()
     m_buttons = FormProbe();
     m_map.clear();
     m_context = std::make_unique<QObject>();
-    endModalAfter(m_context.get(), 20000);
+    endStuckModals(m_context.get());
 }
 
 void tst_closing::cleanup()

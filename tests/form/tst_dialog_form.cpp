@@ -66,7 +66,7 @@ void tst_dialog_form::init()
 {
     m_map.clear();
     m_context = std::make_unique<QObject>();
-    endModalAfter(m_context.get(), 20000);
+    endStuckModals(m_context.get());
 }
 
 void tst_dialog_form::cleanup()

@@ -83,7 +83,7 @@ void tst_form_store::init()
     m_file = m_folder->filePath("form.ini");
     m_map.clear();
     m_context = std::make_unique<QObject>();
-    endModalAfter(m_context.get(), 20000);
+    endStuckModals(m_context.get());
 }
 
 void tst_form_store::cleanup()

@@ -56,7 +56,7 @@ void tst_restore_run::init()
     m_list = twoItems();
     m_before = {};
     m_context = std::make_unique<QObject>();
-    endModalAfter(m_context.get(), 20000);
+    endStuckModals(m_context.get());
 }
 
 void tst_restore_run::cleanup()

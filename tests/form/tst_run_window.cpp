@@ -59,7 +59,7 @@ void tst_run_window::init()
     m_map.clear();
     m_probe = FormProbe();
     m_context = std::make_unique<QObject>();
-    endModalAfter(m_context.get(), 20000);
+    endStuckModals(m_context.get());
 }
 
 void tst_run_window::cleanup()
