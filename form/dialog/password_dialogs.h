@@ -11,12 +11,14 @@ namespace mod_form_qt {
 
 /// Modal dialog that asks for a known password. It is clear text from end to end: nothing is
 /// stored, hashed or encrypted, and no blanks can be typed at either end of it. The field starts
-/// empty, whatever `pwd` holds. \param title        of the window; empty for a common one \param
-/// text         what is asked for, simple markup; empty for a common text \param pwd          out:
-/// the password that was accepted; unchanged if none was \param showOptions  the password can be
-/// shown \param expected     what is accepted; empty accepts anything \param echo         how the
-/// field shows what is typed, unless the user has it shown \return             not 0 if the dialog
-/// was accepted
+/// empty, whatever `pwd` holds.
+/// \param title        of the window; empty for a common one
+/// \param text         what is asked for, simple markup; empty for a common text
+/// \param pwd          out: the password that was accepted; unchanged if none was
+/// \param showOptions  the password can be shown
+/// \param expected     what is accepted; empty accepts anything
+/// \param echo         how the field shows what is typed, unless the user has it shown
+/// \return             not 0 if the dialog was accepted
 MOD_FORM_QT_EXPORT int checkPWD(QWidget* parent, QString title, QString text, QString& pwd,
                                 bool showOptions = false, const QString& expected = QString(),
                                 QLineEdit::EchoMode echo = QLineEdit::Password);

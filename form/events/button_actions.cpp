@@ -23,6 +23,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace mod_form_qt {
 
@@ -263,7 +264,9 @@ bool runAction(const Click& click)
     const RowAction* action = actionOf(click.row->row);
     if (action == nullptr)
         return true;
-    const AnswerableDialogs answerable(click.button);
+    std::optional<AnswerableDialogs> answerable;
+    if (action->opensDialog)
+        answerable.emplace(click.button);
     return action->run(click);
 }
 

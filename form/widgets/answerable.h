@@ -5,7 +5,7 @@
 namespace mod_form_qt {
 
 /// Lets a dialog be answered although its parent is disabled while it is open: the toolkit would
-/// take the dialog along.
+/// take the dialog along. From then on nobody can disable the dialog itself either.
 void keepAnswerable(QDialog* dialog);
 
 /// Does that for each dialog a widget becomes the parent of while this object lives. For those that

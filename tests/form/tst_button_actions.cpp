@@ -54,6 +54,20 @@ struct ClosingForm
     }
 };
 
+/// Presses the button of a row behind its own dialog of class T: no second one may come up.
+template <typename T>
+void opensOneAtATime(int eleType, const QVariant& value)
+{
+    Bench bench;
+    QPushButton* button = wiredButton(bench, eleType, value, A_USE_BEFORE_EVENT);
+    QCOMPARE(dialogsOfTwoClicks<T>(button), 1);
+    QCOMPARE(bench.events, Bench::askedAndTold("kBeforeAction", "kAfterAction"));
+    // Once it has gone the button serves again.
+    const Answer<T> answer(rejectDialog);
+    click(button);
+    QCOMPARE(answer.answered, 1);
+}
+
 } // namespace
 
 class tst_button_actions : public QObject
@@ -372,27 +386,12 @@ void tst_button_actions::fontTextNamesFamilyAndSize()
 
 void tst_button_actions::colorButtonBehindItsDialogOpensNoSecondOne()
 {
-    Bench bench;
-    QPushButton* button =
-        wiredButton(bench, E_COLOR_BUTTON, QVariant(QColor(Qt::red)), A_USE_BEFORE_EVENT);
-    QCOMPARE(dialogsOfTwoClicks<QColorDialog>(button), 1);
-    QCOMPARE(bench.events, Bench::askedAndTold("kBeforeAction", "kAfterAction"));
-    // Once it has gone the button serves again.
-    const Answer<QColorDialog> answer(rejectDialog);
-    click(button);
-    QCOMPARE(answer.answered, 1);
+    opensOneAtATime<QColorDialog>(E_COLOR_BUTTON, QColor(Qt::red));
 }
 
 void tst_button_actions::fontButtonBehindItsDialogOpensNoSecondOne()
 {
-    Bench bench;
-    QPushButton* button =
-        wiredButton(bench, E_FONT_BUTTON, QVariant(QApplication::font()), A_USE_BEFORE_EVENT);
-    QCOMPARE(dialogsOfTwoClicks<QFontDialog>(button), 1);
-    QCOMPARE(bench.events, Bench::askedAndTold("kBeforeAction", "kAfterAction"));
-    const Answer<QFontDialog> answer(rejectDialog);
-    click(button);
-    QCOMPARE(answer.answered, 1);
+    opensOneAtATime<QFontDialog>(E_FONT_BUTTON, QApplication::font());
 }
 
 void tst_button_actions::colorSetBehindItsDialogIsShownAndTold()
