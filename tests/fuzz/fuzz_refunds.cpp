@@ -1,4 +1,4 @@
-// The refunds of an order, which have to add up to what was paid back.
+// The refunds of an order, repaired until they add up to what was paid back.
 #include "tests/fuzz/export_pass.h"
 #include "tests/fuzz/fuzz_input.h"
 #include "tests/fuzz/sample_answers.h"

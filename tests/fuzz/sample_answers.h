@@ -16,6 +16,9 @@ inline constexpr char order[] = R"([{"id":46,"status":"refunded","number":"46",
 "shipping_lines":[{"total":"4.12","total_tax":"0.78","taxes":[{"id":1,"total":"0.78"}]}],
 "refunds":[{"id":51,"total":"-64.00"}]}])";
 
+/// What it has in the export without its refunds: a row for each of its two lines.
+inline constexpr int orderRows = 2;
+
 /// A refund by amount whose lines are zero.
 inline constexpr char refund[] = R"([{"id":51,"date_created":"2026-03-07T19:03:00",
 "date_created_gmt":"2026-03-07T18:03:00","amount":"64.00","line_items":[{"id":71,"product_id":15,
