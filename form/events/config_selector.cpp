@@ -1,6 +1,7 @@
 #include "form/events/config_selector.h"
 
 #include "form/events/change_flow.h"
+#include "form/persist/ini_check.h"
 #include "form/widgets/message_box.h"
 
 #include <QInputDialog>
@@ -70,7 +71,7 @@ private:
 void ConfigSelector::loadNames(QStringList& names, QString& last) const
 {
     INFO::loadIniOptionNames(m_fileName, m_group, false, names, last, false);
-    if (m_firstName.contains(QLatin1Char('/'))) {
+    if (m_firstName.contains(QLatin1Char('/')) && canOpenIni(m_fileName)) {
         // It stands deeper in the file, where the others are not looked for.
         QSettings settings(m_fileName, QSettings::IniFormat);
         settings.beginGroup(m_group);
@@ -186,7 +187,7 @@ void ConfigSelector::remove()
                 QMessageBox::Yes | QMessageBox::No);
     if (answer != QMessageBox::Yes || !guard || !live())
         return;
-    {
+    if (canOpenIni(m_fileName)) {
         QSettings settings(m_fileName, QSettings::IniFormat);
         settings.beginGroup(m_group);
         settings.remove(name);

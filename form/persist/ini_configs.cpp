@@ -1,4 +1,5 @@
 #include "form/model/info.h"
+#include "form/persist/ini_check.h"
 
 #include <QSettings>
 
@@ -8,7 +9,7 @@ bool INFO::loadIniOptionNames(const QString& fileName, const QString& group, boo
                               QList<QString>& names, QString& lastName, bool verifyLastName)
 {
     names.clear();
-    if (!fileName.isEmpty()) {
+    if (canOpenIni(fileName)) {
         QSettings settings(fileName, QSettings::IniFormat);
         settings.beginGroup(group);
         names = settings.childKeys();
@@ -21,7 +22,7 @@ bool INFO::loadIniOptionNames(const QString& fileName, const QString& group, boo
 
 QString INFO::getDefaultIniMultiOptionName(const QString& fileName)
 {
-    if (fileName.isEmpty())
+    if (!canOpenIni(fileName))
         return {};
     QSettings settings(fileName, QSettings::IniFormat);
     settings.beginGroup(iniMultiConfGroupNameKey);
@@ -30,7 +31,7 @@ QString INFO::getDefaultIniMultiOptionName(const QString& fileName)
 
 void INFO::setDefaultIniMultiOptionName(const QString& fileName, const QString& name)
 {
-    if (fileName.isEmpty())
+    if (!canOpenIni(fileName))
         return;
     QSettings settings(fileName, QSettings::IniFormat);
     settings.beginGroup(iniMultiConfGroupNameKey);

@@ -1,6 +1,7 @@
 #include "form/persist/ini_map.h"
 
 #include "form/model/info.h"
+#include "form/persist/ini_check.h"
 
 #include <QSettings>
 
@@ -113,7 +114,7 @@ void INFO::saveMapToIniFile(const QMap<QString, QVariant>* map, const QString& f
                             const QString& group, bool separateKeys, const QSet<QString>* keys,
                             const QString& sumMapName)
 {
-    if (map == nullptr || fileName.isEmpty())
+    if (map == nullptr || !canOpenIni(fileName))
         return;
     try {
         const QMap<QString, QVariant> entries = persistedEntries(*map, keys);
@@ -133,7 +134,7 @@ void INFO::saveMapToIniFile(const QMap<QString, QVariant>* map, const QString& f
 bool INFO::loadMapFromIniFile(QMap<QString, QVariant>* map, const QString& fileName,
                               const QString& group, bool separateKeys, const QString& sumMapName)
 {
-    if (map == nullptr || fileName.isEmpty())
+    if (map == nullptr || !canOpenIni(fileName))
         return false;
     try {
         QSettings settings(fileName, QSettings::IniFormat);

@@ -1,0 +1,179 @@
+#include "form/persist/ini_check.h"
+
+#include "form/persist/ini_texts.h"
+
+#include <QBuffer>
+#include <QDataStream>
+#include <QFile>
+#include <QMetaType>
+#include <QVariant>
+
+#include <new>
+
+namespace mod_form_qt {
+
+namespace {
+
+/// The number by which today's toolkit knows a type that has another one in streams of older
+/// versions; what is out of their range counts as today's.
+int currentTypeId(quint32 id, int version)
+{
+    constexpr quint32 guiTypes = 64; // as of the fifth version
+    constexpr quint32 guiTypesEnd = 88;
+    constexpr quint32 userType = 1024;
+    if (version < QDataStream::Qt_5_0) {
+        if (id == 127)
+            id = userType;
+        else if (id >= 128 && id != QMetaType::User)
+            id -= 97;
+        else if (id > 75 && id <= 86)
+            --id;
+    }
+    if (id == userType)
+        return QMetaType::User;
+    if (id >= guiTypes && id < guiTypesEnd)
+        return int(id - guiTypes + QMetaType::FirstGuiType);
+    return int(id);
+}
+
+/// Goes through one value and those inside it as the toolkit's reader does, without going deeper
+/// than allowed and without making room for what is only claimed to be there.
+class ValueCheck
+{
+public:
+    ValueCheck(const QByteArray& bytes, int version)
+    {
+        m_buffer.setData(bytes);
+        m_buffer.open(QIODevice::ReadOnly);
+        m_stream.setDevice(&m_buffer);
+        m_stream.setVersion(version);
+    }
+
+    /// \param depth  number of values that it stands in
+    /// \return       false if the toolkit must not read it; what is damaged otherwise can be read
+    bool check(int depth = 0)
+    {
+        if (depth > maxIniDepth)
+            return false;
+        const qint64 begin = m_buffer.pos();
+        switch (takeType()) {
+        case QMetaType::QVariantMap:
+        case QMetaType::QVariantHash:
+            return checkEach([&] { return take<QString>() && check(depth + 1); });
+        case QMetaType::QVariantList:
+            return checkEach([&] { return check(depth + 1); });
+        case QMetaType::QStringList:
+            return checkEach([&] { return take<QString>(); });
+        case QMetaType::QByteArrayList:
+            return checkEach([&] { return take<QByteArray>(); });
+        case QMetaType::QVariant:
+            return check(depth + 1);
+        case QMetaType::QVariantPair:
+            return check(depth + 1) && check(depth + 1);
+        case QMetaType::QTextFormat:
+            return take<qint32>() && checkEach([&] { return take<qint32>() && check(depth + 1); });
+        case QMetaType::QPolygonF:
+            return passPoints();
+        default:
+            m_buffer.seek(begin);
+            QVariant read;
+            m_stream >> read;
+            return true;
+        }
+    }
+
+private:
+    int takeType()
+    {
+        quint32 id = 0;
+        m_stream >> id;
+        if (m_stream.version() >= QDataStream::Qt_4_2) {
+            quint8 null = 0;
+            m_stream >> null;
+        }
+        const int type = currentTypeId(id, m_stream.version());
+        if (type != QMetaType::User)
+            return type;
+        QByteArray name;
+        m_stream >> name;
+        // The name of a type that has a number too gets there all the same.
+        return QMetaType::fromName(name.constData()).id();
+    }
+
+    template <typename T>
+    bool take()
+    {
+        T taken {};
+        m_stream >> taken;
+        return true;
+    }
+
+    template <typename CheckElement>
+    bool checkEach(CheckElement checkElement)
+    {
+        // As there: a container is read whatever went wrong before it, and ends where it goes
+        // wrong.
+        const QDataStream::Status before = m_stream.status();
+        m_stream.resetStatus();
+        quint32 left = 0;
+        m_stream >> left;
+        for (; left > 0 && m_stream.status() == QDataStream::Ok; --left) {
+            if (!checkElement())
+                return false;
+        }
+        if (before != QDataStream::Ok) {
+            m_stream.resetStatus();
+            m_stream.setStatus(before);
+        }
+        return true;
+    }
+
+    bool passPoints()
+    {
+        constexpr qint64 pointBytes = 16;
+        quint32 points = 0;
+        m_stream >> points;
+        if (m_stream.status() == QDataStream::Ok && points > m_buffer.bytesAvailable() / pointBytes)
+            return false;
+        m_buffer.skip(points * pointBytes);
+        return true;
+    }
+
+    QBuffer m_buffer;
+    QDataStream m_stream;
+};
+
+bool isReadable(const QString& text)
+{
+    // Both hold a value of any type; they differ in the version of the stream.
+    const QLatin1String variant("@Variant(");
+    const QLatin1String dateTime("@DateTime(");
+    if (text.startsWith(variant))
+        return ValueCheck(text.toLatin1().mid(variant.size()), QDataStream::Qt_4_0).check();
+    if (text.startsWith(dateTime))
+        return ValueCheck(text.toLatin1().mid(dateTime.size()), QDataStream::Qt_5_6).check();
+    return true;
+}
+
+} // namespace
+
+bool isIniReadable(QByteArrayView file)
+{
+    return visitIniTexts(file, isReadable);
+}
+
+bool canOpenIni(const QString& fileName)
+{
+    if (fileName.isEmpty())
+        return false;
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return true; // missing or closed: the toolkit says so without reading it
+    try {
+        return isIniReadable(file.readAll());
+    } catch (const std::bad_alloc&) { // a value that claims to be larger than the memory
+        return false;
+    }
+}
+
+} // namespace mod_form_qt
