@@ -107,3 +107,10 @@ build() {
 built() {
     printf '%s\n' "$ledora_root/build/$1/bin/$2"
 }
+
+# thread_tests: the tests of the progress framework under the thread sanitizer. Nothing else here has threads.
+thread_tests() {
+    build tsan progress_tests
+    (cd "$ledora_root" && ctest --preset tsan --parallel "$(nproc)" --label-regex '^progress$' --no-tests=error \
+        </dev/null)
+}

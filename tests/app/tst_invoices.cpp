@@ -43,6 +43,7 @@ private slots:
     void theFirstOrderOfTheRunMayBeWithoutInvoices();
     void skippedOrdersGetTheirFiles();
     void filesAreAskedForWithTheAddressAsSent();
+    void filesAreFetchedWithTheLoginFromWhereTheShopSays();
     void aSecondRunMakesNoRequestsForExistingFiles();
     void withOverwritingEveryRunStoresAnew();
     void ofSeveralLinksTheFirstWins();
@@ -250,6 +251,28 @@ void tst_invoices::filesAreAskedForWithTheAddressAsSent()
     QCOMPARE(m_fixture->shop.requests().last().authorization,
              "Basic " + QByteArray("ck_1:cs_2").toBase64());
     QCOMPARE(content(s("RE-1.pdf")), QByteArray("one"));
+}
+
+void tst_invoices::filesAreFetchedWithTheLoginFromWhereTheShopSays()
+{
+    // Invoices may be kept by a service of its own, to which the shop has sent the program.
+    demo_shop::ShopServer other([](const demo_shop::ShopRequest&) {
+        demo_shop::ShopAnswer answer;
+        answer.body = fileAnswer("elsewhere");
+        return answer;
+    });
+    QVERIFY(other.listen());
+    QJsonObject sent = invoice(s("RE-1"), {});
+    sent[s("_links")] = QJsonObject {
+        {s("pdf"), QJsonArray {QJsonObject {{s("href"), other.baseUrl() + s("/file/1")}}}}};
+    serveInvoices(1, {sent});
+    start();
+    m_fixture->window->apiKey = s("ck_1");
+    m_fixture->window->apiSecret = s("cs_2");
+    m_fixture->runToEnd();
+    QCOMPARE(content(s("RE-1.pdf")), QByteArray("elsewhere"));
+    QCOMPARE(other.requests().size(), 1);
+    QCOMPARE(other.requests().first().authorization, "Basic " + QByteArray("ck_1:cs_2").toBase64());
 }
 
 void tst_invoices::aSecondRunMakesNoRequestsForExistingFiles()
