@@ -721,7 +721,8 @@ public:
     /// \param sumMapName    empty stands for `iniVariantMapKey`
     /// \return              true if the attempt ran, which includes a missing or unreadable file,
     ///                      group or key: `map` is then untouched. false for a null map, an empty
-    ///                      file name and after an exception
+    ///                      file name, after an exception, and for a file that no stack or memory
+    ///                      could hold, to which nothing is saved either
     static bool loadMapFromIniFile(QMap<QString, QVariant>* map, const QString& fileName,
                                    const QString& group, bool separateKeys = false,
                                    const QString& sumMapName = QString());
