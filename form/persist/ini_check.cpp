@@ -8,8 +8,6 @@
 #include <QMetaType>
 #include <QVariant>
 
-#include <new>
-
 namespace mod_form_qt {
 
 namespace {
@@ -171,7 +169,9 @@ bool canOpenIni(const QString& fileName)
         return true; // missing or closed: the toolkit says so without reading it
     try {
         return isIniReadable(file.readAll());
-    } catch (const std::bad_alloc&) { // a value that claims to be larger than the memory
+    } catch (...) {
+        // A value that claims to be larger than the memory, or that its own operators refuse. The
+        // toolkit would come to the same end.
         return false;
     }
 }
