@@ -7,6 +7,7 @@ using namespace mod_progress_qt;
 namespace {
 
 constexpr int kRuns = 500;
+constexpr int kEndless = 1'000'000'000;
 
 /// What happens in one run.
 struct Plan
@@ -68,14 +69,20 @@ void tst_abort_storm::runsThatAreAbortedAtAnyMomentLeaveNothingBehind()
     int aborted = 0;
     std::atomic<int> ended = 0;
     for (int run = 0; run < kRuns / 2; ++run) {
-        const Plan plan = randomPlan(random);
+        Plan plan = randomPlan(random);
+        // Each fourth ends by its abort alone, however fast the machine is with the others.
+        if (run % 4 == 0)
+            plan.steps = kEndless;
         auto opts = ProgressDialog::GetStdProgressInfo(true);
         opts.flags = plan.flags;
         int beats = 0;
         QTimer timer;
         connect(&timer, &QTimer::timeout, this, [&] {
-            if (beats++ == plan.abortAfter)
+            if (beats == plan.abortAfter)
                 abortBy(plan.how);
+            else if (beats > plan.abortAfter && plan.steps == kEndless)
+                abortBy(0); // not every kind of dialog has what the plan wants to press
+            ++beats;
         });
         timer.start(0);
         const auto result =
@@ -96,8 +103,7 @@ void tst_abort_storm::runsThatAreAbortedAtAnyMomentLeaveNothingBehind()
     settle();
     QVERIFY2(ProgressDialog::all().isEmpty(), hint);
     QVERIFY2(window.findChildren<QShortcut*>().isEmpty(), hint);
-    // Otherwise this would have tested nothing.
-    QVERIFY2(aborted > kRuns / 20, hint);
+    QVERIFY2(aborted >= kRuns / 2 / 4, hint);
 }
 
 QTEST_MAIN(tst_abort_storm)
