@@ -105,6 +105,11 @@ QByteArray dateTimeText(const std::function<void(QDataStream&)>& write)
     return "@DateTime(" + escaped(streamed(dateTimeVersion, write)) + ")";
 }
 
+QPolygonF polygon(const QList<QPointF>& points)
+{
+    return QPolygonF(points);
+}
+
 QByteArray fileWith(const QByteArray& value)
 {
     return "[options]\na=1\nvmap=\"" + value + "\"\n";
@@ -313,18 +318,19 @@ void tst_ini_hostile::valuesOfEveryKindComeBack()
 {
     QFETCH(bool, separateKeys);
     QTextFormat format(QTextFormat::CharFormat);
-    format.setProperty(QTextFormat::UserProperty, QVariantList {1, "two", QPolygonF({{1, 2}})});
+    format.setProperty(QTextFormat::UserProperty,
+                       QVariantList {1, "two", polygon({QPointF(1, 2)})});
     QVariantMap map {
         {"bool", true},
         {"texts", QStringList {"a,b", "\"", "@", "\xc3\xa4;"}},
         {"bytes", QByteArray(300, '\xfe')},
-        {"points", QPolygonF({{1, 2}, {3, 4}})},
+        {"points", polygon({QPointF(1, 2), QPointF(3, 4)})},
         {"font", QFont("Sans", 12)},
         {"palette", QPalette(Qt::green)},
         {"format", format},
         {"moment", QDateTime(QDate(2026, 3, 29), QTime(1, 30), Qt::UTC)},
         {"hash", QVariantHash {{"k", 1.5}}},
-        {"value", QVariant::fromValue(QVariantPair(1, QVariantList {QPolygonF({{5, 6}})}))},
+        {"value", QVariant::fromValue(QVariantPair(1, QVariantList {polygon({QPointF(5, 6)})}))},
         {"nothing", QVariant()},
     };
     map.insert("map", map);
