@@ -6,6 +6,8 @@
 #include <QDataStream>
 #include <QFile>
 #include <QMetaType>
+#include <QPoint>
+#include <QtEndian>
 #include <QVariant>
 
 namespace mod_form_qt {
@@ -59,11 +61,13 @@ public:
         case QMetaType::QVariantHash:
             return checkEach([&] { return take<QString>() && check(depth + 1); });
         case QMetaType::QVariantList:
-            return checkEach([&] { return check(depth + 1); });
+            return checkList([&] { return check(depth + 1); });
         case QMetaType::QStringList:
-            return checkEach([&] { return take<QString>(); });
+            return checkList([&] { return take<QString>(); });
         case QMetaType::QByteArrayList:
-            return checkEach([&] { return take<QByteArray>(); });
+            return checkList([&] { return take<QByteArray>(); });
+        case QMetaType::QPolygon:
+            return checkList([&] { return take<QPoint>(); });
         case QMetaType::QVariant:
             return check(depth + 1);
         case QMetaType::QVariantPair:
@@ -72,6 +76,8 @@ public:
             return take<qint32>() && checkEach([&] { return take<qint32>() && check(depth + 1); });
         case QMetaType::QPolygonF:
             return passPoints();
+        case QMetaType::QRegion:
+            return passRegion();
         default:
             m_buffer.seek(begin);
             QVariant read;
@@ -107,7 +113,7 @@ private:
     }
 
     template <typename CheckElement>
-    bool checkEach(CheckElement checkElement)
+    bool checkEach(CheckElement checkElement, quint32 maxMissing = -1)
     {
         // As there: a container is read whatever went wrong before it, and ends where it goes
         // wrong.
@@ -115,6 +121,8 @@ private:
         m_stream.resetStatus();
         quint32 left = 0;
         m_stream >> left;
+        if (left > maxMissing && left > m_buffer.bytesAvailable())
+            return false;
         for (; left > 0 && m_stream.status() == QDataStream::Ok; --left) {
             if (!checkElement())
                 return false;
@@ -126,15 +134,41 @@ private:
         return true;
     }
 
+    /// A list gets room for all its elements at once; what is too much for the memory can't even be
+    /// refused everywhere.
+    template <typename CheckElement>
+    bool checkList(CheckElement checkElement)
+    {
+        constexpr quint32 maxMissing = 1'000'000;
+        return checkEach(checkElement, maxMissing);
+    }
+
     bool passPoints()
     {
         constexpr qint64 pointBytes = 16;
         quint32 points = 0;
         m_stream >> points;
-        if (m_stream.status() == QDataStream::Ok && points > m_buffer.bytesAvailable() / pointBytes)
+        // Whatever went wrong before it: nobody looks at that while the points are made.
+        if (points > m_buffer.bytesAvailable() / pointBytes)
             return false;
         m_buffer.skip(points * pointBytes);
         return true;
+    }
+
+    /// A region is written as its rectangles. Other bytes are orders that make it of regions inside
+    /// regions, or of rectangles that are not there.
+    bool passRegion()
+    {
+        constexpr quint32 rectangles = 10;
+        constexpr qsizetype headBytes = 8;
+        constexpr qsizetype rectangleBytes = 16;
+        QByteArray bytes;
+        m_stream >> bytes;
+        if (bytes.isEmpty())
+            return true;
+        return bytes.size() >= headBytes && qFromBigEndian<quint32>(bytes.constData()) == rectangles
+            && qFromBigEndian<quint32>(bytes.constData() + 4) * rectangleBytes
+            == bytes.size() - headBytes;
     }
 
     QBuffer m_buffer;
@@ -165,8 +199,9 @@ bool canOpenIni(const QString& fileName)
     if (fileName.isEmpty())
         return false;
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return true; // missing or closed: the toolkit says so without reading it
+    // Missing or closed: the toolkit says so without reading it. A device may have no end.
+    if (!file.open(QIODevice::ReadOnly) || file.isSequential())
+        return true;
     try {
         return isIniReadable(file.readAll());
     } catch (...) {

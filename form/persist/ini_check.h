@@ -9,11 +9,13 @@ namespace mod_form_qt {
 /// toolkit reads each inside the one before, and at some ten thousand the stack is full.
 inline constexpr int maxIniDepth = 1000;
 
-/// Tells whether the toolkit can read an INI file without running out of stack or memory. What else
-/// may be wrong with one, the toolkit copes with.
+/// Tells whether the toolkit can read an INI file without running out of stack, memory or patience.
+/// What else may be wrong with one, the toolkit copes with. A type of the program's own is read by
+/// its own operators.
 /// \param file  its bytes
-/// \return      false if a value is nested deeper than `maxIniDepth`, or claims to hold more points
-///              than there are bytes for, of which the toolkit would make room for each
+/// \return      false if a value is nested deeper than `maxIniDepth`, claims to hold points or
+///              rectangles that are not there, or a million elements that are not there, or makes a
+///              region of other regions
 bool isIniReadable(QByteArrayView file);
 
 /// Tells whether an INI file may be given to the toolkit, to read it or to write to it, which reads

@@ -8,7 +8,7 @@ namespace {
 
 bool isBlank(char c)
 {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
 bool isSpace(QChar c)

@@ -133,8 +133,6 @@ void tst_restore::keepsDefaultsIfTheFileIsUnreadable_data()
     // In a map of one entry.
     const QByteArray map = "[options]\nvmap=@Variant(\\0\\0\\0\\b\\0\\0\\0\\x1\\0\\0\\0\\x2\\0y";
     QTest::newRow("a list of billions") << map + "\\0\\0\\0\\t\\xee\\0\\0\\0)\n";
-    QTest::newRow("billions of points")
-        << map + "\\0\\0\\0\\x7f\\0\\0\\0\\nQPolygonF\\0\\xff\\xff\\xff\\xff)\n";
     QTest::newRow("lists in lists")
         << map + QByteArray("\\0\\0\\0\\t\\0\\0\\0\\x1").repeated(40'000) + ")\n";
 }
