@@ -8,6 +8,7 @@
 #include <QPalette>
 #include <QPolygonF>
 #include <QRandomGenerator>
+#include <QRegion>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
@@ -352,6 +353,9 @@ void tst_ini_hostile::valuesOfEveryKindComeBack()
         {"texts", QStringList {"a,b", "\"", "@", "\xc3\xa4;"}},
         {"bytes", QByteArray(300, '\xfe')},
         {"points", polygon({QPointF(1, 2), QPointF(3, 4)})},
+        {"polygon", QPolygon(QRect(1, 2, 3, 4))},
+        {"region", QRegion(0, 0, 5, 5) + QRegion(9, 9, 1, 1)},
+        {"no region", QRegion()},
         {"font", QFont("Sans", 12)},
         {"palette", QPalette(Qt::green)},
         {"format", format},
@@ -368,10 +372,11 @@ void tst_ini_hostile::valuesOfEveryKindComeBack()
     QVariantMap loaded;
     QVERIFY(INFO::loadMapFromIniFile(&loaded, copy, group, separateKeys));
     QCOMPARE(loaded.keys(), map.keys());
-    for (const char* key : {"font", "palette", "format", "value", "nothing"})
+    for (const char* key : {"font", "palette", "format", "value", "nothing", "no region"})
         QCOMPARE(loaded.value(key).typeId(), map.value(key).typeId());
     const QVariantMap inner = loaded.value("map").toMap();
-    for (const char* key : {"bool", "texts", "bytes", "points", "moment", "hash"}) {
+    for (const char* key :
+         {"bool", "texts", "bytes", "points", "polygon", "region", "moment", "hash"}) {
         QCOMPARE(loaded.value(key), map.value(key));
         QCOMPARE(inner.value(key), map.value(key));
     }
