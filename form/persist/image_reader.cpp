@@ -157,6 +157,17 @@ bool fitsImage(const QVariant& value)
     return fits(value, 0);
 }
 
+bool isRegionOfRectangles(QByteArrayView bytes)
+{
+    constexpr quint32 rectangles = 10;
+    constexpr qsizetype headBytes = 8;
+    constexpr qsizetype rectangleBytes = 16;
+    if (bytes.isEmpty())
+        return true;
+    return bytes.size() >= headBytes && qFromBigEndian<quint32>(bytes.data()) == rectangles
+        && qFromBigEndian<quint32>(bytes.data() + 4) * rectangleBytes == bytes.size() - headBytes;
+}
+
 ImageReader::ImageReader(QBuffer& buffer)
     : m_buffer(buffer)
     , m_stream(&buffer)
@@ -327,19 +338,12 @@ void ImageReader::passFormat(int depth)
     }
 }
 
-/// A region is written as its rectangles. Others, that bytes could also ask for, are made of
-/// regions inside regions.
 bool ImageReader::regionIsSound() const
 {
-    constexpr quint32 rectangles = 10;
-    constexpr qint64 headBytes = 8;
-    constexpr qint64 rectangleBytes = 16;
     const qint64 begin = valueBytes + textBytes;
     const qint64 size = peek(valueBytes);
-    if (size == 0)
-        return true;
-    return size <= m_buffer.bytesAvailable() - begin && peek(begin) == rectangles
-        && peek(begin + 4) * rectangleBytes == size - headBytes;
+    return size <= m_buffer.bytesAvailable() - begin
+        && isRegionOfRectangles(m_buffer.peek(begin + size).mid(begin));
 }
 
 /// \return  false if the stream must not be given the next value, which is of that type

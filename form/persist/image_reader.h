@@ -15,6 +15,11 @@ inline constexpr int imageStreamVersion = 19;
 /// \param value  one that is persistable
 bool fitsImage(const QVariant& value);
 
+/// Tells whether the bytes of a region are what the toolkit writes: its rectangles. Others are
+/// orders that make it of regions inside regions, or of rectangles that are not there. \param bytes
+/// without the number of them that a stream puts in front; none are an empty region
+bool isRegionOfRectangles(QByteArrayView bytes);
+
 /// Reads values from bytes that nobody vouches for. Containers are read here and not by the stream:
 /// it makes room for as many elements as the bytes claim to hold, and goes as deep as they say. Of
 /// all other types it gets only those that it can be trusted with. A type of the program's own is

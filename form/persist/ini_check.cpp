@@ -1,5 +1,6 @@
 #include "form/persist/ini_check.h"
 
+#include "form/persist/image_reader.h"
 #include "form/persist/ini_texts.h"
 
 #include <QBuffer>
@@ -7,7 +8,6 @@
 #include <QFile>
 #include <QMetaType>
 #include <QPoint>
-#include <QtEndian>
 #include <QVariant>
 
 namespace mod_form_qt {
@@ -77,7 +77,7 @@ public:
         case QMetaType::QPolygonF:
             return passPoints();
         case QMetaType::QRegion:
-            return passRegion();
+            return isRegionOfRectangles(taken<QByteArray>());
         default:
             m_buffer.seek(begin);
             QVariant read;
@@ -89,26 +89,30 @@ public:
 private:
     int takeType()
     {
-        quint32 id = 0;
-        m_stream >> id;
-        if (m_stream.version() >= QDataStream::Qt_4_2) {
-            quint8 null = 0;
-            m_stream >> null;
-        }
+        const auto id = taken<quint32>();
+        if (m_stream.version() >= QDataStream::Qt_4_2)
+            take<quint8>(); // whether it is null
         const int type = currentTypeId(id, m_stream.version());
         if (type != QMetaType::User)
             return type;
-        QByteArray name;
-        m_stream >> name;
+        const auto name = taken<QByteArray>();
         // The name of a type that has a number too gets there all the same.
         return QMetaType::fromName(name.constData()).id();
     }
 
     template <typename T>
+    T taken()
+    {
+        T value {};
+        m_stream >> value;
+        return value;
+    }
+
+    /// For what needs no look: that it can be damaged is left to the toolkit.
+    template <typename T>
     bool take()
     {
-        T taken {};
-        m_stream >> taken;
+        taken<T>();
         return true;
     }
 
@@ -119,8 +123,7 @@ private:
         // wrong.
         const QDataStream::Status before = m_stream.status();
         m_stream.resetStatus();
-        quint32 left = 0;
-        m_stream >> left;
+        auto left = taken<quint32>();
         if (left > maxMissing && left > m_buffer.bytesAvailable())
             return false;
         for (; left > 0 && m_stream.status() == QDataStream::Ok; --left) {
@@ -146,29 +149,12 @@ private:
     bool passPoints()
     {
         constexpr qint64 pointBytes = 16;
-        quint32 points = 0;
-        m_stream >> points;
+        const auto points = taken<quint32>();
         // Whatever went wrong before it: nobody looks at that while the points are made.
         if (points > m_buffer.bytesAvailable() / pointBytes)
             return false;
         m_buffer.skip(points * pointBytes);
         return true;
-    }
-
-    /// A region is written as its rectangles. Other bytes are orders that make it of regions inside
-    /// regions, or of rectangles that are not there.
-    bool passRegion()
-    {
-        constexpr quint32 rectangles = 10;
-        constexpr qsizetype headBytes = 8;
-        constexpr qsizetype rectangleBytes = 16;
-        QByteArray bytes;
-        m_stream >> bytes;
-        if (bytes.isEmpty())
-            return true;
-        return bytes.size() >= headBytes && qFromBigEndian<quint32>(bytes.constData()) == rectangles
-            && qFromBigEndian<quint32>(bytes.constData() + 4) * rectangleBytes
-            == bytes.size() - headBytes;
     }
 
     QBuffer m_buffer;

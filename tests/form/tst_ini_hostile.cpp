@@ -226,6 +226,13 @@ void tst_ini_hostile::addRefusedPlaces()
             writeNamedType(stream, "Nobody");
             writePoints(stream);
         }));
+    row("a list behind a type that nobody knows", dateTimeText([](QDataStream& stream) {
+            writeNamedType(stream, "QVariantPair");
+            writeNamedType(stream, "Nobody");
+            writeType(stream, QMetaType::QVariantList);
+            stream << quint32(1);
+            writePoints(stream);
+        }));
     row("a list of billions", variantText([](QDataStream& stream) {
             writeType(stream, QMetaType::QVariantList);
             stream << quint32(0x7fffffff);
